@@ -1,0 +1,223 @@
+// Controls: each a small class over one Qt widget, owned by its window.
+//
+// A control is allocated with Window::__New, added with Window::_AddControl under its name, and
+// given its properties by one layout record (platform/core/record.h) through its class's property
+// table. Geometry in a record counts from the window's top-left corner, also for a control whose
+// InitialParent is another control; the platform converts. Events are std::function slots that
+// the window's code binds with platform::Delegate; the platform raises them through
+// ProtectedCall. Every write the system's code makes goes to the recorder when it is on.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/core/object.h"
+
+class QWidget;
+class QTimer;
+
+namespace platform {
+
+class Window;
+class Picture;
+
+class Control : public Object {
+public:
+    ~Control() override;
+    // Record properties: Name, Index, InitialParent, TabPanelIndex, AllowAutoDeactivate, Tooltip,
+    // and the stored-only ones every control record may carry.
+    static const ClassInfo& StaticClass();
+    const ClassInfo& Class() const override { return StaticClass(); }
+
+    const std::string& Name() const { return name_; }
+    Window* TrueWindow() const { return window_; }
+
+    void SetName(std::string v) { name_ = std::move(v); }
+    void SetIndex(std::int64_t v) { index_ = v; }
+    std::int64_t Index() const { return index_; }
+    // Called by Window::_AddControl.
+    virtual void Attach(Window& window, const std::string& name);
+
+protected:
+    Window* window_ = nullptr;
+    std::string name_;
+    std::int64_t index_ = 0;
+};
+
+class RectControl : public Control {
+public:
+    ~RectControl() override;
+    // Record properties: Left, Top, Width, Height, Lock*, TabIndex, TabStop, Enabled, Visible,
+    // InitialParent, Transparent, AllowFocusRing, ...
+    static const ClassInfo& StaticClass();
+    const ClassInfo& Class() const override { return StaticClass(); }
+
+    void Enabled(bool value);
+    bool Enabled() const;
+    void Visible(bool value);  // the control's own flag, whatever its parent shows
+    bool Visible() const;
+    void SetFocus();
+
+    QWidget* Widget() const { return widget_; }
+    void Attach(Window& window, const std::string& name) override;
+
+    void SetLeft(std::int64_t v);
+    void SetTop(std::int64_t v);
+    void SetWidth(std::int64_t v);
+    void SetHeight(std::int64_t v);
+    void SetTabIndex(std::int64_t v);
+    void SetTabStop(bool v);
+    void SetInitialParent(std::string v);
+    void SetEnabled(bool v) { Enabled(v); }
+    void SetVisible(bool v) { Visible(v); }
+    std::int64_t Left() const { return left_; }
+    std::int64_t Top() const { return top_; }
+    std::int64_t TabIndex() const { return tabIndex_; }
+    bool TabStop() const { return tabStop_; }
+
+protected:
+    explicit RectControl(QWidget* widget);  // takes ownership of the widget
+    QWidget* widget_;
+    std::int64_t left_ = 0, top_ = 0, tabIndex_ = 0;
+    bool tabStop_ = true;
+    std::string initialParent_;
+};
+
+class Label : public RectControl {
+public:
+    Label();
+    // Value (string), TextColor, FontSize, Bold, Italic, Underline, TextAlignment, Multiline, ...
+    static const ClassInfo& StaticClass();
+    const ClassInfo& Class() const override { return StaticClass(); }
+    void Value(const std::string& text);
+    std::string Value() const;
+};
+
+class TextField : public RectControl {
+public:
+    TextField();
+    // Value (string), ReadOnly, TextColor, BackgroundColor, HasBorder, FontSize, Bold,
+    // TextAlignment, Password, MaximumCharactersAllowed, ...
+    static const ClassInfo& StaticClass();
+    const ClassInfo& Class() const override { return StaticClass(); }
+    void Text(const std::string& text);  // raises no event
+    std::string Text() const;
+    bool ReadOnly() const;
+
+    // The key as a string: a printable key gives its character; Backspace 8, Tab 9, Return 13,
+    // Escape 27, Left 28, Right 29, Up 30, Down 31, forward Delete 127. Presses with Ctrl, Alt or
+    // Meta are shortcuts and never come here. A true result stops the key.
+    std::function<bool(TextField&, const std::string&)> KeyDown;
+};
+
+class TextArea : public RectControl {
+public:
+    TextArea();
+    static const ClassInfo& StaticClass();
+    const ClassInfo& Class() const override { return StaticClass(); }
+    void Text(const std::string& text);
+    std::string Text() const;
+};
+
+class GroupBox : public RectControl {
+public:
+    GroupBox();
+    // Caption, Bold, FontSize, ... A group box lies beneath the controls of its window, so a frame
+    // drawn around window-level controls never swallows their clicks.
+    static const ClassInfo& StaticClass();
+    const ClassInfo& Class() const override { return StaticClass(); }
+    std::string Caption() const;
+    std::function<bool(GroupBox&, std::int64_t, std::int64_t)> MouseDown;
+};
+
+class Separator : public RectControl {
+public:
+    Separator();
+    static const ClassInfo& StaticClass();
+    const ClassInfo& Class() const override { return StaticClass(); }
+};
+
+class PushButton : public RectControl {
+public:
+    PushButton();
+    // Caption, Default, Cancel, FontSize, Bold, ...
+    static const ClassInfo& StaticClass();
+    const ClassInfo& Class() const override { return StaticClass(); }
+    std::string Caption() const;
+    bool Default() const;
+    std::function<void(PushButton&)> Action;
+    // Raised on the press of the mouse button, before any Action of the release.
+    std::function<bool(PushButton&, std::int64_t, std::int64_t)> MouseDown;
+};
+
+class RadioButton : public RectControl {
+public:
+    RadioButton();
+    // Caption, Value (boolean), ... The radio buttons of one parent exclude each other.
+    static const ClassInfo& StaticClass();
+    const ClassInfo& Class() const override { return StaticClass(); }
+    void Value(bool on);  // false really clears it; no Action is raised by code
+    bool Value() const;
+    std::string Caption() const;
+    std::function<void(RadioButton&)> Action;  // raised by the user's click, also on a button already on
+    std::function<bool(RadioButton&, std::int64_t, std::int64_t)> MouseDown;
+};
+
+class Canvas : public RectControl {
+public:
+    Canvas();
+    static const ClassInfo& StaticClass();
+    const ClassInfo& Class() const override { return StaticClass(); }
+    void Backdrop(Picture* picture);  // nil leaves the canvas empty; the picture is not owned
+    Picture* Backdrop() const;
+    std::function<void(Canvas&)> MouseEnter;
+    std::function<void(Canvas&)> MouseExit;
+};
+
+// A non-visual control. RunMode 0 is off, 1 fires once Period ms after it is started, 2 fires
+// every Period ms. Setting RunMode to 1 or 2 starts it; Reset starts the count again.
+class Timer : public Control {
+public:
+    Timer();
+    ~Timer() override;
+    // Period, RunMode (alias Mode).
+    static const ClassInfo& StaticClass();
+    const ClassInfo& Class() const override { return StaticClass(); }
+    void Mode(std::int64_t mode);
+    std::int64_t Mode() const;
+    void Period(std::int64_t milliseconds);
+    std::int64_t Period() const;
+    void Reset();
+    bool Armed() const;  // a firing is pending
+    std::function<void(Timer&)> Action;
+
+    void SetMode(std::int64_t v) { Mode(v); }
+    void SetPeriod(std::int64_t v) { Period(v); }
+
+private:
+    std::unique_ptr<QTimer> timer_;
+    std::int64_t mode_ = 0;
+};
+
+// A picture from the application's resources.
+class Picture : public Object {
+public:
+    ~Picture() override;
+    static const ClassInfo& StaticClass();
+    const ClassInfo& Class() const override { return StaticClass(); }
+    // The picture of that file name in ResourceDirectory(), or nullptr when it is missing or
+    // unreadable.
+    static std::unique_ptr<Picture> _OpenFromApp(const std::string& name);
+    std::int64_t Width() const;
+    std::int64_t Height() const;
+    struct Impl;
+    const Impl& Data() const { return *impl_; }
+
+private:
+    Picture();
+    std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace platform

@@ -1,0 +1,82 @@
+// Menus: a MenuBar is a tree of MenuItems, built by code and shown by every window whose
+// MenuBar it is. Items are found by Name (Child for a direct child, _Lookup at any depth).
+//
+// Choosing an item runs the handler that the active window registered for the item's name
+// (Window::_AddMenuHandler); failing that, the item's own Event_Action (QuitMenuItem quits).
+// An Edit item without a handler whose shortcut is Undo, Cut, Copy or Paste does the same to
+// the focused text field, as on any desktop. "Cmd+" in a Shortcut is shown and bound as Ctrl+.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/core/object.h"
+
+namespace platform {
+
+class MenuItem : public Object {
+public:
+    MenuItem();
+    ~MenuItem() override;
+    static const ClassInfo& StaticClass();
+    const ClassInfo& Class() const override { return StaticClass(); }
+
+    virtual void Constructor() {}
+
+    void Name(const std::string& v);
+    const std::string& Name() const;
+    void Value(const std::string& v);  // the caption; "-" is a separator line
+    const std::string& Value() const;
+    void Shortcut(const std::string& v);  // "Cmd+Q"
+    const std::string& Shortcut() const;
+    void Visible(bool v);
+    bool Visible() const;
+    void AutoEnabled(bool v);
+    bool AutoEnabled() const;
+    void Enabled(bool v);
+    bool Enabled() const;
+
+    void AddMenu(std::unique_ptr<MenuItem> item);  // appends; the tree owns its items
+    MenuItem* Child(const std::string& name) const;  // direct child, or nullptr
+    MenuItem* _Lookup(const std::string& name) const;  // any depth below this node, or nullptr
+    std::size_t Count() const;
+    MenuItem* Item(std::size_t index) const;
+    MenuItem* Parent() const { return parent_; }
+
+    // What choosing the item does when no window handler takes it. Returns whether it acted.
+    virtual bool Event_Action() { return false; }
+
+    struct Impl;  // the Qt actions that show this item
+    Impl& View() const { return *impl_; }
+
+private:
+    MenuItem* parent_ = nullptr;
+    std::vector<std::unique_ptr<MenuItem>> children_;
+    std::unique_ptr<Impl> impl_;
+};
+
+class MenuBar : public MenuItem {
+public:
+    static const ClassInfo& StaticClass();
+    const ClassInfo& Class() const override { return StaticClass(); }
+};
+
+// An item for the platform's application menu; on this platform it stays where it was added.
+class AppleMenuItem : public MenuItem {
+public:
+    static const ClassInfo& StaticClass();
+    const ClassInfo& Class() const override { return StaticClass(); }
+};
+
+class QuitMenuItem : public MenuItem {
+public:
+    static const ClassInfo& StaticClass();
+    const ClassInfo& Class() const override { return StaticClass(); }
+    bool Event_Action() override;  // QuitMenuAction
+};
+
+// Ends the run as the platform's Quit item does (exit status 0).
+bool QuitMenuAction(MenuItem& item);
+
+}  // namespace platform

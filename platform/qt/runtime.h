@@ -1,0 +1,64 @@
+// The run of the program on Qt.
+//
+// Process: RuntimeInit makes the one QApplication; the run loop (_RuntimeRun) delivers every
+// event on the main thread, one handler at a time. Every handler the platform calls goes through
+// ProtectedCall, so no exception ever crosses a Qt frame: a failure that escapes a handler gets
+// the default treatment (reported plainly on stderr and in a message box, then the run ends with
+// status 1). MsgBox and Beep are the two ways the system talks to the user outside its windows.
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <filesystem>
+#include <functional>
+#include <span>
+#include <string>
+
+#include "platform/core/failure.h"
+
+namespace platform {
+
+// --- Process, in the order main calls them ---
+void RuntimeInit();  // creates the QApplication; the very first call of the process
+using Initializer = void (*)();
+void RuntimePerformInitializers(std::span<const Initializer> table);  // runs them in table order
+void RuntimePerformFinalizers();
+int RuntimeExit();  // the exit status: Quit's code, or 1 once a failure went unhandled
+void RuntimeVersion(double stamp);  // the runtime version call; the stamp is kept and not used
+void _SetSupportsHiDPI(bool supported);
+void _RuntimeInitExternalClasses();  // nothing to bind on this platform
+void _InitPluginEntrypoints();       // no plug-ins on this platform
+void _RunFrameworkInitialization(void (*lateStartup)());  // calls it once, in the loop's first turn
+void _RuntimeRun();                  // returns when the application quits
+void Quit(std::int64_t code);        // ends the run loop; code becomes the exit status
+
+// --- Failures ---
+// _CallFunctionWithExceptionHandling: runs function(argument); returns the RuntimeException that
+// escaped it, or nullptr. Any other exception passes through.
+using ExceptionHelper = std::exception_ptr (*)(void (*function)(void*), void* argument);
+void _RuntimeSetExceptionHelper(ExceptionHelper helper);
+// Runs a handler under the registered helper; an escaped failure goes to _UnhandledException.
+void ProtectedCall(const std::function<void()>& handler);
+// The default treatment of an escaped failure: report it plainly and end the run with status 1.
+void _UnhandledException(std::exception_ptr failure);
+// Tests replace the default treatment (an empty hook restores it).
+using FailureHook = std::function<void(std::exception_ptr)>;
+void SetUnhandledExceptionHook(FailureHook hook);
+// Raises ThreadAccessingUIException when called off the main thread. Every operation on a window,
+// control or menu item, and MsgBox, starts with it.
+void _UITrap();
+
+// --- The user ---
+void MsgBox(const std::string& text);  // modal; returns once the user has dismissed it
+void Beep();
+// Tests answer MsgBox through a hook instead of a modal dialog (an empty hook restores it).
+using MessageHook = std::function<void(const std::string&)>;
+void SetMessageBoxHook(MessageHook hook);
+
+// --- Resources ---
+// Where the application's pictures are: the installed share folder beside the binary's prefix,
+// else the resources folder of the build tree. Tests may point it elsewhere.
+std::filesystem::path ResourceDirectory();
+void SetResourceDirectory(const std::filesystem::path& directory);
+
+}  // namespace platform

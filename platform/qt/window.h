@@ -1,0 +1,121 @@
+// Windows: a Window is a top-level Qt window holding controls by name.
+//
+// A window class of the system derives from Window and overrides the construction events
+// (Layout, CreateControls, AddMenuHandlers) and the events it implements (Event_Activate,
+// Event_Close, ...). Constructor() raises the construction events, so a window is built by
+// allocating it and calling Constructor(), never by the C++ constructor alone.
+//
+// Lifetime: the platform owns every window from creation to the end of the run, in a registry
+// keyed by run-time class name ("ControlWnd.ControlWnd"); _GetImplicitWindow reads it and
+// ImplicitWindow is the accessor every window class builds on. A window owns its controls.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/core/object.h"
+
+class QWidget;
+
+namespace platform {
+
+class Control;
+class MenuBar;
+
+class Window : public Object {
+public:
+    Window();
+    ~Window() override;
+
+    // Record properties: Width, Height, MinimumWidth, MinimumHeight, MaximumWidth, MaximumHeight,
+    // Type, Title, HasCloseButton, HasMaximizeButton, HasMinimizeButton, HasFullScreenButton,
+    // Resizeable, Composite, FullScreen, DefaultLocation, Visible, HasBackgroundColor,
+    // BackgroundColor, MenuBarVisible, LiveResize.
+    static const ClassInfo& StaticClass();
+    const ClassInfo& Class() const override { return StaticClass(); }
+
+    // Raises Layout, CreateControls and AddMenuHandlers, in that order, then shows the window if
+    // its record made it Visible. A failure stops construction; what was built stays.
+    void Constructor();
+
+    void Show();  // shows, raises and activates
+    void Hide();  // the window and its controls stay alive
+    bool Visible() const;
+    // What the close button does: raises Event_Close. A window that hid itself there stays alive
+    // (hidden); any other is closed and leaves the registry.
+    void Close();
+    std::string Title() const;
+
+    void MenuBar(platform::MenuBar* bar);  // shows the bar's menus in this window
+    platform::MenuBar* MenuBar() const;
+
+    template <class T>
+    std::unique_ptr<T> __New() {
+        return std::make_unique<T>();
+    }
+    void _AddControl(const std::string& name, std::unique_ptr<Control> control);
+    Control* _ControlByName(const std::string& name) const;  // nullptr if there is none
+
+    // Binds a handler to a menu item for this window; the platform runs it when the item is
+    // chosen while this window is the active one.
+    void _AddMenuHandler(const std::string& itemName, std::function<bool()> handler);
+    bool HasMenuHandler(const std::string& itemName) const;
+    bool RunMenuHandler(const std::string& itemName);  // false when there is none
+
+    // Construction events.
+    virtual void Layout() {}
+    virtual void CreateControls() {}
+    virtual void AddMenuHandlers() {}
+
+    // Events. A window class implements one by overriding it. The Boolean results of KeyDown and
+    // MouseDown tell whether the window dealt with the press.
+    virtual void Event_Activate() {}
+    virtual void Event_Close() {}
+    virtual void Event_EnableMenuItems() {}
+    virtual bool Event_KeyDown(const std::string& key);
+    virtual bool Event_MouseDown(std::int64_t x, std::int64_t y);
+
+    // The run-time class name up to the dot ("ControlWnd"): what the recorder logs.
+    std::string ShortName() const;
+    // The top-level Qt widget, for the platform and for tests.
+    QWidget* Widget() const;
+
+    // Record setters (used through the property table).
+    void SetWidth(std::int64_t v);
+    void SetHeight(std::int64_t v);
+    void SetMinimumWidth(std::int64_t v);
+    void SetMinimumHeight(std::int64_t v);
+    void SetMaximumWidth(std::int64_t v);
+    void SetMaximumHeight(std::int64_t v);
+    void SetType(std::int64_t v);
+    void SetTitle(std::string v);
+    void SetHasCloseButton(bool v);
+    void SetHasMaximizeButton(bool v);
+    void SetHasMinimizeButton(bool v);
+    void SetHasFullScreenButton(bool v);
+    void SetResizeable(bool v);
+    void SetVisible(bool v);
+    void SetHasBackgroundColor(bool v);
+    void SetBackgroundColor(Colour v);
+    void SetMenuBarVisible(bool v);
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> impl_;
+};
+
+// The living window of that run-time class, or nullptr if there is none.
+Window* _GetImplicitWindow(std::string_view fullClassName);
+// The class table of a window class: how to allocate one. Registering twice keeps the first.
+void RegisterWindowClass(std::string_view fullClassName, std::function<std::unique_ptr<Window>()> make);
+// The accessor of a window class: the living window, or a new one of the registered class,
+// entered in the registry and then given its Constructor(). NilObjectException for a class
+// that was never registered.
+Window& ImplicitWindow(std::string_view fullClassName);
+// Destroys every living window and empties the registry: at the end of the run, and between tests.
+void DestroyAllWindows();
+
+}  // namespace platform

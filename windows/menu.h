@@ -1,0 +1,26 @@
+// The one menu bar of the run: five menus built in a fixed order by five builders, shared by the
+// application object and the control window. Menu::Instance() is the accessor: it builds the bar
+// on its first call and keeps it for the rest of the run.
+#pragma once
+
+#include "platform/qt/menu.h"
+
+namespace korvane {
+
+class Menu : public platform::MenuBar {
+public:
+    static Menu& Instance();
+    // Discards the instance so the next Instance() builds anew: for tests only.
+    static void ResetForTests();
+
+    void Constructor() override;  // Untitled0 to Untitled4, in that order
+
+private:
+    void Untitled0();
+    void Untitled1();
+    void Untitled2();
+    void Untitled3();
+    void Untitled4();
+};
+
+}  // namespace korvane
