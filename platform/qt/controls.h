@@ -59,6 +59,8 @@ public:
     void Visible(bool value);  // the control's own flag, whatever its parent shows
     bool Visible() const;
     void SetFocus();
+    // The name a screen reader speaks for the control (a field has no caption of its own).
+    void AccessibleName(const std::string& name);
 
     QWidget* Widget() const { return widget_; }
     void Attach(Window& window, const std::string& name) override;
