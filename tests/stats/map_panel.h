@@ -1,0 +1,85 @@
+// A CalcPanel over plain maps, for driving the Calculate command without a window.
+//
+// Fields hold texts (a field never set reads as empty), Enabled and Visible are kept per
+// control, and every call is logged in order, one line each, in the recorder's form:
+//   "m1fld.Text?" (a read)  "pfld.Text=.0873"  "pfld.Enabled=1"  "pfld.Visible=1"
+//   "m1fld.SetFocus"  "MsgBox:Please enter ..."
+// Header-only and free of any test framework, so fuzz targets and benchmarks can use it too.
+#pragma once
+
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "stats/stats.h"
+
+namespace korvane::testing {
+
+class MapPanel : public CalcPanel {
+  public:
+    MapPanel() = default;
+    explicit MapPanel(std::map<std::string, std::string> texts) : texts(std::move(texts)) {}
+
+    std::string Text(const std::string& field) override {
+        calls.push_back(field + ".Text?");
+        const auto found = texts.find(field);
+        return found == texts.end() ? std::string() : found->second;
+    }
+    void Text(const std::string& field, const std::string& text) override {
+        calls.push_back(field + ".Text=" + text);
+        texts[field] = text;
+    }
+    void Enabled(const std::string& control, bool value) override {
+        calls.push_back(control + ".Enabled=" + (value ? "1" : "0"));
+        enabled[control] = value;
+    }
+    void Visible(const std::string& control, bool value) override {
+        calls.push_back(control + ".Visible=" + (value ? "1" : "0"));
+        visible[control] = value;
+    }
+    void SetFocus(const std::string& field) override {
+        calls.push_back(field + ".SetFocus");
+        focus = field;
+    }
+    void MsgBox(const std::string& text) override {
+        calls.push_back("MsgBox:" + text);
+        messages.push_back(text);
+    }
+
+    // The log without the reads: what the command did to the window.
+    std::vector<std::string> Writes() const {
+        std::vector<std::string> writes;
+        for (const std::string& call : calls) {
+            if (!call.ends_with(".Text?")) {
+                writes.push_back(call);
+            }
+        }
+        return writes;
+    }
+
+    // True when the command read `field` at all.
+    bool WasRead(const std::string& field) const {
+        for (const std::string& call : calls) {
+            if (call == field + ".Text?") {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    void ClearLog() {
+        calls.clear();
+        messages.clear();
+        focus.clear();
+    }
+
+    std::map<std::string, std::string> texts;
+    std::map<std::string, bool> enabled;
+    std::map<std::string, bool> visible;
+    std::vector<std::string> messages;
+    std::string focus;  // the last field given to SetFocus; empty if none
+    std::vector<std::string> calls;
+};
+
+}  // namespace korvane::testing
