@@ -2,6 +2,8 @@
 
 namespace platform {
 
-void RaiseNilObjectException() { throw NilObjectException("A nil object was used."); }
+void RaiseNilObjectException() {
+    throw NilObjectException("A nil object was used.");
+}
 
 }  // namespace platform

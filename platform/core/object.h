@@ -118,7 +118,8 @@ PropertyDef Property(std::string_view name) {
                        }};
 }
 
-// A property that is read and kept but has no effect on this platform.
+// A property that is read (so the record stays in step) and dropped: it has no effect on this
+// platform.
 PropertyDef StoredOnly(std::string_view name, Form form);
 
 // The object as T: NilObjectException for nil, IllegalCastException for another class.

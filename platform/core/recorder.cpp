@@ -22,9 +22,13 @@ void Start() {
     TheLog().on = true;
 }
 
-void Stop() { TheLog().on = false; }
+void Stop() {
+    TheLog().on = false;
+}
 
-bool On() { return TheLog().on; }
+bool On() {
+    return TheLog().on;
+}
 
 void Note(const std::string& line) {
     if (TheLog().on) {
@@ -32,6 +36,8 @@ void Note(const std::string& line) {
     }
 }
 
-std::vector<std::string> Lines() { return TheLog().lines; }
+std::vector<std::string> Lines() {
+    return TheLog().lines;
+}
 
 }  // namespace platform::recorder
