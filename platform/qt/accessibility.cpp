@@ -2,11 +2,15 @@
 #include <QWidget>
 
 #include "platform/qt/controls.h"
+#include "platform/qt/runtime.h"
 
 namespace platform {
 
 void RectControl::AccessibleName(const std::string& name) {
-    widget_->setAccessibleName(QString::fromStdString(name));
+    _UITrap();
+    if (widget_ != nullptr) {
+        widget_->setAccessibleName(QString::fromStdString(name));
+    }
 }
 
 }  // namespace platform

@@ -72,8 +72,13 @@ public:
     void SetTabIndex(std::int64_t v);
     void SetTabStop(bool v);
     void SetInitialParent(std::string v);
-    void SetEnabled(bool v) { Enabled(v); }
-    void SetVisible(bool v) { Visible(v); }
+    // Enabled and Visible as a layout record sets them: the same effect as the operations above,
+    // but not logged by the recorder, which logs only what the system's code does.
+    void SetEnabled(bool v);
+    void SetVisible(bool v);
+    std::int64_t Width() const { return width_; }
+    std::int64_t Height() const { return height_; }
+    const std::string& InitialParent() const { return initialParent_; }
     std::int64_t Left() const { return left_; }
     std::int64_t Top() const { return top_; }
     std::int64_t TabIndex() const { return tabIndex_; }
@@ -85,6 +90,15 @@ protected:
     std::int64_t left_ = 0, top_ = 0, tabIndex_ = 0;
     bool tabStop_ = true;
     std::string initialParent_;
+    std::int64_t width_ = 0, height_ = 0;
+    bool visible_ = true;  // the control's own flag; Qt's depends on the parents as well
+
+private:
+    // Puts the widget on its parent (the window's content, or the widget of the control that
+    // InitialParent names) at its window coordinates, then does the same for its own children.
+    void Place();
+    void ApplyFocusPolicy();
+    bool placing_ = false;
 };
 
 class Label : public RectControl {

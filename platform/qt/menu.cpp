@@ -1,1 +1,331 @@
-// (in progress)
+#include "platform/qt/menu.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QKeySequence>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPointer>
+#include <QTextEdit>
+#include <algorithm>
+
+#include "platform/qt/qt_support.h"
+#include "platform/qt/runtime.h"
+#include "platform/qt/window.h"
+
+namespace platform {
+
+// The tree is data; its Qt objects are made when a window first shows the bar. An item inside a
+// menu is a QAction; a menu of the bar, or an item with items of its own, is a QMenu.
+struct MenuItem::Impl {
+    std::string name, caption, shortcut;
+    bool visible = true, autoEnabled = true, enabled = true;
+    std::unique_ptr<QAction> action;
+    std::unique_ptr<QMenu> menu;
+    std::vector<QPointer<QMenuBar>> bars;  // for a MenuBar: the window bars that show it
+
+    ~Impl() {
+        if (QCoreApplication::instance() == nullptr) {
+            // Qt is gone already (the end of the process): its objects die with it.
+            (void)action.release();
+            (void)menu.release();
+        }
+    }
+};
+
+namespace {
+
+const char* const kBarProperty = "korvaneMenuBar";
+
+// "Cmd+Q" is written for another desktop; here the command key is Ctrl. A bare key is a
+// command-key shortcut as well.
+QKeySequence KeySequence(const std::string& shortcut) {
+    QString text = qt::ToQt(shortcut).trimmed();
+    if (text.isEmpty()) {
+        return {};
+    }
+    text.replace(QLatin1String("Command+"), QLatin1String("Ctrl+"), Qt::CaseInsensitive);
+    text.replace(QLatin1String("Cmd+"), QLatin1String("Ctrl+"), Qt::CaseInsensitive);
+    text.replace(QLatin1String("Option+"), QLatin1String("Alt+"), Qt::CaseInsensitive);
+    if (!text.contains(QLatin1Char('+'))) {
+        text.prepend(QLatin1String("Ctrl+"));
+    }
+    return QKeySequence(text, QKeySequence::PortableText);
+}
+
+bool IsMenu(const MenuItem& item) {
+    return dynamic_cast<const MenuBar*>(item.Parent()) != nullptr || item.Count() > 0;
+}
+
+// An Edit command that no handler took does its work on the focused text field.
+void EditFocusedText(const std::string& shortcut) {
+    const QKeySequence keys = KeySequence(shortcut);
+    QWidget* focus = QApplication::focusWidget();
+    auto* line = qobject_cast<QLineEdit*>(focus);
+    auto* area = qobject_cast<QTextEdit*>(focus);
+    if (keys.isEmpty() || (line == nullptr && area == nullptr)) {
+        return;
+    }
+    if (keys == QKeySequence(QKeySequence::Undo)) {
+        line != nullptr ? line->undo() : area->undo();
+    } else if (keys == QKeySequence(QKeySequence::Cut)) {
+        line != nullptr ? line->cut() : area->cut();
+    } else if (keys == QKeySequence(QKeySequence::Copy)) {
+        line != nullptr ? line->copy() : area->copy();
+    } else if (keys == QKeySequence(QKeySequence::Paste)) {
+        line != nullptr ? line->paste() : area->paste();
+    }
+}
+
+// Choosing an item: the active window's handler for its name; then the item's own action; then,
+// for Undo, Cut, Copy and Paste, the focused text field. A handler that returns false passes the
+// choice on.
+void Choose(MenuItem& item) {
+    Window* window = qt::ActiveWindow();
+    if (window != nullptr && window->RunMenuHandler(item.Name())) {
+        return;
+    }
+    if (item.Event_Action()) {
+        return;
+    }
+    EditFocusedText(item.Shortcut());
+}
+
+void RaiseEnableMenuItems() {
+    if (Window* window = qt::ActiveWindow()) {
+        ProtectedCall([window] { window->Event_EnableMenuItems(); });
+    }
+}
+
+void Refresh(MenuItem& item);
+
+// The action that shows the item in its menu or bar, made on first use.
+QAction* Realize(MenuItem& item) {
+    MenuItem::Impl& view = item.View();
+    if (IsMenu(item)) {
+        if (!view.menu) {
+            view.menu = std::make_unique<QMenu>();
+            QObject::connect(view.menu.get(), &QMenu::aboutToShow, view.menu.get(),
+                             &RaiseEnableMenuItems);
+            for (std::size_t i = 0; i < item.Count(); ++i) {
+                view.menu->addAction(Realize(*item.Item(i)));
+            }
+        }
+        Refresh(item);
+        return view.menu->menuAction();
+    }
+    if (!view.action) {
+        view.action = std::make_unique<QAction>();
+        MenuItem* chosen = &item;
+        QObject::connect(view.action.get(), &QAction::triggered, view.action.get(),
+                         [chosen] { ProtectedCall([chosen] { Choose(*chosen); }); });
+    }
+    Refresh(item);
+    return view.action.get();
+}
+
+// Shows the item's current state in its Qt action. An item without a caption offers nothing to
+// choose, so it stays in the tree but is not shown.
+void Refresh(MenuItem& item) {
+    MenuItem::Impl& view = item.View();
+    QAction* action = view.menu ? view.menu->menuAction() : view.action.get();
+    if (action == nullptr) {
+        return;
+    }
+    const bool separator = view.caption == "-";
+    if (view.menu) {
+        view.menu->setTitle(qt::ToQt(view.caption));
+    } else {
+        action->setSeparator(separator);
+        action->setText(separator ? QString() : qt::ToQt(view.caption));
+        action->setShortcut(KeySequence(view.shortcut));
+    }
+    action->setEnabled(view.enabled);
+    action->setVisible(view.visible && !view.caption.empty());
+}
+
+// The item became a menu (it got its first item) after it was shown as a plain action.
+void BecomeMenu(MenuItem& item) {
+    std::unique_ptr<QAction> old = std::move(item.View().action);
+    QAction* now = Realize(item);
+    for (QObject* holder : old->associatedObjects()) {
+        if (auto* widget = qobject_cast<QWidget*>(holder)) {
+            widget->insertAction(old.get(), now);
+            widget->removeAction(old.get());
+        }
+    }
+}
+
+}  // namespace
+
+namespace qt {
+
+void ShowMenuBar(QMenuBar& qbar, MenuBar& bar) {
+    qbar.clear();
+    qbar.setProperty(kBarProperty, QVariant::fromValue(static_cast<void*>(&bar)));
+    for (std::size_t i = 0; i < bar.Count(); ++i) {
+        qbar.addAction(Realize(*bar.Item(i)));
+    }
+    auto& bars = bar.View().bars;
+    std::erase_if(bars, [](const QPointer<QMenuBar>& shown) { return shown.isNull(); });
+    if (std::find(bars.begin(), bars.end(), &qbar) == bars.end()) {
+        bars.emplace_back(&qbar);
+    }
+}
+
+void AddShortcuts(QWidget& widget, MenuItem& menu) {
+    for (std::size_t i = 0; i < menu.Count(); ++i) {
+        MenuItem& item = *menu.Item(i);
+        if (item.Count() > 0) {
+            AddShortcuts(widget, item);
+        } else if (!item.Shortcut().empty() && dynamic_cast<MenuBar*>(item.Parent()) == nullptr) {
+            widget.addAction(Realize(item));
+        }
+    }
+}
+
+}  // namespace qt
+
+MenuItem::MenuItem() : impl_(std::make_unique<Impl>()) {}
+
+MenuItem::~MenuItem() = default;
+
+const ClassInfo& MenuItem::StaticClass() {
+    static const ClassInfo info{"MenuItem", &Object::StaticClass(), {}};
+    return info;
+}
+
+void MenuItem::Name(const std::string& v) {
+    _UITrap();
+    impl_->name = v;
+}
+
+const std::string& MenuItem::Name() const {
+    return impl_->name;
+}
+
+void MenuItem::Value(const std::string& v) {
+    _UITrap();
+    impl_->caption = v;
+    Refresh(*this);
+}
+
+const std::string& MenuItem::Value() const {
+    return impl_->caption;
+}
+
+void MenuItem::Shortcut(const std::string& v) {
+    _UITrap();
+    impl_->shortcut = v;
+    Refresh(*this);
+}
+
+const std::string& MenuItem::Shortcut() const {
+    return impl_->shortcut;
+}
+
+void MenuItem::Visible(bool v) {
+    _UITrap();
+    impl_->visible = v;
+    Refresh(*this);
+}
+
+bool MenuItem::Visible() const {
+    return impl_->visible;
+}
+
+// Items are enabled by Event_EnableMenuItems on this platform; the flag is kept.
+void MenuItem::AutoEnabled(bool v) {
+    _UITrap();
+    impl_->autoEnabled = v;
+}
+
+bool MenuItem::AutoEnabled() const {
+    return impl_->autoEnabled;
+}
+
+void MenuItem::Enabled(bool v) {
+    _UITrap();
+    impl_->enabled = v;
+    Refresh(*this);
+}
+
+bool MenuItem::Enabled() const {
+    return impl_->enabled;
+}
+
+void MenuItem::AddMenu(std::unique_ptr<MenuItem> item) {
+    _UITrap();
+    MenuItem& added = NotNil(item.get());
+    added.parent_ = this;
+    children_.push_back(std::move(item));
+    if (dynamic_cast<MenuBar*>(this) != nullptr) {
+        for (const QPointer<QMenuBar>& qbar : impl_->bars) {
+            if (!qbar.isNull() && qbar->property(kBarProperty).value<void*>() == this) {
+                qbar->addAction(Realize(added));
+            }
+        }
+    } else if (impl_->menu) {
+        impl_->menu->addAction(Realize(added));
+    } else if (impl_->action) {
+        BecomeMenu(*this);
+    }
+}
+
+MenuItem* MenuItem::Child(const std::string& name) const {
+    _UITrap();
+    for (const auto& child : children_) {
+        if (child->Name() == name) {
+            return child.get();
+        }
+    }
+    return nullptr;
+}
+
+MenuItem* MenuItem::_Lookup(const std::string& name) const {
+    _UITrap();
+    for (const auto& child : children_) {
+        if (child->Name() == name) {
+            return child.get();
+        }
+        if (MenuItem* below = child->_Lookup(name)) {
+            return below;
+        }
+    }
+    return nullptr;
+}
+
+std::size_t MenuItem::Count() const {
+    return children_.size();
+}
+
+MenuItem* MenuItem::Item(std::size_t index) const {
+    return index < children_.size() ? children_[index].get() : nullptr;
+}
+
+const ClassInfo& MenuBar::StaticClass() {
+    static const ClassInfo info{"MenuBar", &MenuItem::StaticClass(), {}};
+    return info;
+}
+
+const ClassInfo& AppleMenuItem::StaticClass() {
+    static const ClassInfo info{"AppleMenuItem", &MenuItem::StaticClass(), {}};
+    return info;
+}
+
+const ClassInfo& QuitMenuItem::StaticClass() {
+    static const ClassInfo info{"QuitMenuItem", &MenuItem::StaticClass(), {}};
+    return info;
+}
+
+bool QuitMenuItem::Event_Action() {
+    return QuitMenuAction(*this);
+}
+
+bool QuitMenuAction(MenuItem& /*item*/) {
+    Quit(0);
+    return true;
+}
+
+}  // namespace platform

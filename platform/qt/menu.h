@@ -4,7 +4,10 @@
 // Choosing an item runs the handler that the active window registered for the item's name
 // (Window::_AddMenuHandler); failing that, the item's own Event_Action (QuitMenuItem quits).
 // An Edit item without a handler whose shortcut is Undo, Cut, Copy or Paste does the same to
-// the focused text field, as on any desktop. "Cmd+" in a Shortcut is shown and bound as Ctrl+.
+// the focused text field, as on any desktop. A handler that returns false passes the choice on.
+// "Cmd+" in a Shortcut is shown and bound as Ctrl+; a window without a bar of its own answers
+// the shortcuts of the application's bar. A node without a caption stays in the tree but is not
+// shown, having nothing to choose.
 #pragma once
 
 #include <memory>

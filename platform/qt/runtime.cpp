@@ -1,1 +1,366 @@
-// (in progress)
+#include "platform/qt/runtime.h"
+
+#include <QApplication>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMessageBox>
+#include <QTimer>
+#include <QWidget>
+#include <filesystem>
+#include <iostream>
+#include <thread>
+#include <typeinfo>
+
+#include "platform/core/object.h"
+#include "platform/core/recorder.h"
+#include "platform/qt/qt_support.h"
+#include "platform/qt/window.h"
+
+namespace platform {
+
+namespace {
+
+// The program runs its user interface on one thread, so plain statics need no lock; only the
+// main thread's id is read from other threads (by _UITrap), and it is written before any other
+// thread can exist.
+struct RunState {
+    std::thread::id mainThread = std::this_thread::get_id();
+    QApplication* app = nullptr;  // made once, kept to the end of the process
+    bool quitRequested = false;
+    bool inLoop = false;  // _RuntimeRun's loop is running
+    bool failed = false;  // a failure went unhandled: the exit status is 1
+    int exitCode = 0;
+    bool reporting = false;  // a fault report is on the screen
+    double versionStamp = 0;
+    bool hiDPI = true;
+    ExceptionHelper helper = nullptr;
+    FailureHook failureHook;
+    MessageHook messageHook;
+    std::filesystem::path resourceDirectory;
+};
+
+RunState& State() {
+    static RunState state;
+    return state;
+}
+
+void EndRun(int code) {
+    State().quitRequested = true;
+    State().exitCode = code;
+    // Leaves the run loop and every loop nested in it (a message box). Without a running loop
+    // there is nothing to leave, and _RuntimeRun will not start one.
+    if (State().inLoop) {
+        QCoreApplication::exit(code);
+    }
+}
+
+void CallHandler(void* handler) {
+    (*static_cast<const std::function<void()>*>(handler))();
+}
+
+struct FailureText {
+    std::string className;
+    std::string message;
+};
+
+FailureText Describe(std::exception_ptr failure) {
+    try {
+        std::rethrow_exception(failure);
+    } catch (const RuntimeException& e) {
+        return {e.ClassName(), e.Message()};
+    } catch (const std::exception& e) {
+        return {typeid(e).name(), e.what()};
+    } catch (...) {
+        return {"unknown exception", "no message"};
+    }
+}
+
+// A user sees a fault report only on a real screen; the offscreen platform of the tests has none.
+bool GuiIsUp() {
+    if (QApplication::instance() == nullptr) {
+        return false;
+    }
+    const QString name = QGuiApplication::platformName();
+    return name != QLatin1String("offscreen") && name != QLatin1String("minimal");
+}
+
+void ReportFault(const FailureText& text) {
+    std::cerr << "Korvane: " << text.className << ": " << text.message << std::endl;
+    if (!GuiIsUp() || State().messageHook || State().reporting) {
+        return;
+    }
+    State().reporting = true;
+    QMessageBox box(QMessageBox::Critical, QStringLiteral("Korvane"),
+                    QStringLiteral("Korvane ran into a fault and must close.\n\n") +
+                        qt::ToQt(text.className + ": " + text.message),
+                    QMessageBox::Ok);
+    box.exec();
+    State().reporting = false;
+}
+
+bool IsPrintable(QChar c) {
+    return c.unicode() >= 0x20 && c.unicode() != 0x7f && !c.isNonCharacter();
+}
+
+std::filesystem::path ExecutableDirectory() {
+    std::error_code error;
+    const auto exe = std::filesystem::read_symlink("/proc/self/exe", error);
+    if (!error) {
+        return exe.parent_path();
+    }
+    if (QCoreApplication::instance() != nullptr) {
+        return QCoreApplication::applicationDirPath().toStdString();
+    }
+    return std::filesystem::current_path();
+}
+
+bool HasPictures(const std::filesystem::path& directory) {
+    std::error_code error;
+    return std::filesystem::exists(directory / "tlarge.png", error) ||
+           std::filesystem::exists(directory / "tformula.png", error);
+}
+
+}  // namespace
+
+namespace qt {
+
+std::string KeyString(const QKeyEvent& event) {
+    switch (event.key()) {
+        case Qt::Key_Backspace:
+            return "\x08";
+        case Qt::Key_Tab:
+        case Qt::Key_Backtab:
+            return "\x09";
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            return "\x0d";
+        case Qt::Key_Escape:
+            return "\x1b";
+        case Qt::Key_Left:
+            return "\x1c";
+        case Qt::Key_Right:
+            return "\x1d";
+        case Qt::Key_Up:
+            return "\x1e";
+        case Qt::Key_Down:
+            return "\x1f";
+        case Qt::Key_Delete:
+            return "\x7f";
+        case Qt::Key_Home:
+            return "\x01";
+        case Qt::Key_End:
+            return "\x04";
+        case Qt::Key_PageUp:
+            return "\x0b";
+        case Qt::Key_PageDown:
+            return "\x0c";
+        default:
+            break;
+    }
+    const QString text = event.text();
+    if (text.isEmpty() || !IsPrintable(text.front())) {
+        return {};
+    }
+    return FromQt(text);
+}
+
+bool IsShortcutPress(const QKeyEvent& event) {
+    return (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0;
+}
+
+bool OnMainThread() {
+    return std::this_thread::get_id() == State().mainThread;
+}
+
+bool QuitRequested() {
+    return State().quitRequested;
+}
+
+}  // namespace qt
+
+void RuntimeInit() {
+    RunState& state = State();
+    state.mainThread = std::this_thread::get_id();
+    if (state.app != nullptr) {
+        return;
+    }
+    if (auto* existing = qobject_cast<QApplication*>(QCoreApplication::instance())) {
+        state.app = existing;
+    } else {
+        static int argc = 1;
+        static char name[] = "korvane";
+        static char* argv[] = {name, nullptr};
+        // Qt 6 scales for dense screens by itself; fractional factors stay fractional.
+        QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
+            Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+        state.app = new QApplication(argc, argv);  // lives to the end of the process
+    }
+    // The run ends by Quit alone (closing the control window calls it): windows that hide or
+    // close must never end it behind the system's back.
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setApplicationName(QStringLiteral("Korvane"));
+}
+
+void RuntimePerformInitializers(std::span<const Initializer> table) {
+    for (Initializer initializer : table) {
+        initializer();
+    }
+}
+
+void RuntimePerformFinalizers() {
+    DestroyAllWindows();
+}
+
+int RuntimeExit() {
+    return State().failed ? 1 : State().exitCode;
+}
+
+void RuntimeVersion(double stamp) {
+    State().versionStamp = stamp;
+}
+
+// Qt 6 scales for high-density screens by itself, with fractional factors passed through; the
+// flag is kept and nothing else is asked of Qt.
+void _SetSupportsHiDPI(bool supported) {
+    State().hiDPI = supported;
+}
+
+void _RuntimeInitExternalClasses() {}
+
+void _InitPluginEntrypoints() {}
+
+void _RunFrameworkInitialization(void (*lateStartup)()) {
+    if (lateStartup == nullptr) {
+        return;
+    }
+    QTimer::singleShot(0, [lateStartup] { ProtectedCall(lateStartup); });
+}
+
+void _RuntimeRun() {
+    if (State().quitRequested) {
+        return;  // Quit came before the loop: there is nothing to run
+    }
+    State().inLoop = true;
+    const int code = QApplication::exec();
+    State().inLoop = false;
+    if (!State().quitRequested) {
+        State().exitCode = code;  // the loop ended by Qt's own quit
+    }
+}
+
+void Quit(std::int64_t code) {
+    EndRun(static_cast<int>(code));
+}
+
+void _RuntimeResetRun() {
+    State().quitRequested = false;
+    State().failed = false;
+    State().exitCode = 0;
+}
+
+void _RuntimeSetExceptionHelper(ExceptionHelper helper) {
+    State().helper = helper;
+}
+
+void ProtectedCall(const std::function<void()>& handler) {
+    try {
+        std::exception_ptr escaped;
+        if (State().helper != nullptr) {
+            escaped = State().helper(&CallHandler, const_cast<std::function<void()>*>(&handler));
+        } else {
+            try {
+                handler();
+            } catch (const RuntimeException&) {
+                escaped = std::current_exception();
+            }
+        }
+        if (escaped) {
+            _UnhandledException(escaped);
+        }
+    } catch (...) {
+        _UnhandledException(std::current_exception());
+    }
+}
+
+void _UnhandledException(std::exception_ptr failure) {
+    State().failed = true;
+    try {
+        if (State().failureHook) {
+            State().failureHook(failure);
+        } else {
+            ReportFault(Describe(failure));
+        }
+    } catch (...) {
+        std::cerr << "Korvane: a fault report failed in its turn" << std::endl;
+    }
+    EndRun(1);
+}
+
+void SetUnhandledExceptionHook(FailureHook hook) {
+    State().failureHook = std::move(hook);
+}
+
+void _UITrap() {
+    if (!qt::OnMainThread()) {
+        throw ThreadAccessingUIException(kThreadAccessingUIMessage);
+    }
+}
+
+void MsgBox(const std::string& text) {
+    _UITrap();
+    recorder::Note("MsgBox:" + text);
+    Window* active = qt::ActiveWindow();
+    const WeakRef wasActive(active);
+    qt::ExpectReturnFromMessage(active);
+    if (State().messageHook) {
+        State().messageHook(text);
+    } else {
+        QString shown = qt::ToQt(text);
+        shown.replace(QStringLiteral("\r\n"), QStringLiteral("\n"))
+            .replace(QChar('\r'), QChar('\n'));
+        QMessageBox box(QMessageBox::Information, QStringLiteral("Korvane"), shown, QMessageBox::Ok,
+                        active != nullptr ? active->Widget() : nullptr);
+        box.exec();
+    }
+    // The window the user worked in gets the keyboard back, also where no window manager hands
+    // it back; that activation is no Activate.
+    if (wasActive.Value() == nullptr) {
+        return;
+    }
+    if (active->Widget()->isVisible()) {
+        active->Widget()->activateWindow();
+    }
+    qt::ReturnedFromMessage(active);
+}
+
+void Beep() {
+    _UITrap();
+    recorder::Note("Beep");
+    QApplication::beep();
+}
+
+void SetMessageBoxHook(MessageHook hook) {
+    State().messageHook = std::move(hook);
+}
+
+std::filesystem::path ResourceDirectory() {
+    if (!State().resourceDirectory.empty()) {
+        return State().resourceDirectory;
+    }
+    const auto exeDir = ExecutableDirectory();
+    const auto installed = exeDir.parent_path() / "share" / "korvane";
+    if (HasPictures(installed)) {
+        return installed;
+    }
+    const auto beside = exeDir / "resources";
+    if (HasPictures(beside)) {
+        return beside;
+    }
+    return KORVANE_SOURCE_RESOURCES;
+}
+
+void SetResourceDirectory(const std::filesystem::path& directory) {
+    State().resourceDirectory = directory;
+}
+
+}  // namespace platform

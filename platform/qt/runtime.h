@@ -31,6 +31,8 @@ void _InitPluginEntrypoints();       // no plug-ins on this platform
 void _RunFrameworkInitialization(void (*lateStartup)());  // calls it once, in the loop's first turn
 void _RuntimeRun();                  // returns when the application quits
 void Quit(std::int64_t code);        // ends the run loop; code becomes the exit status
+// Forgets a Quit and an unhandled failure, so that another run can start: for tests.
+void _RuntimeResetRun();
 
 // --- Failures ---
 // _CallFunctionWithExceptionHandling: runs function(argument); returns the RuntimeException that
@@ -41,7 +43,8 @@ void _RuntimeSetExceptionHelper(ExceptionHelper helper);
 void ProtectedCall(const std::function<void()>& handler);
 // The default treatment of an escaped failure: report it plainly and end the run with status 1.
 void _UnhandledException(std::exception_ptr failure);
-// Tests replace the default treatment (an empty hook restores it).
+// Tests replace the report of the default treatment (an empty hook restores it); the run still
+// ends with status 1.
 using FailureHook = std::function<void(std::exception_ptr)>;
 void SetUnhandledExceptionHook(FailureHook hook);
 // Raises ThreadAccessingUIException when called off the main thread. Every operation on a window,
@@ -49,7 +52,9 @@ void SetUnhandledExceptionHook(FailureHook hook);
 void _UITrap();
 
 // --- The user ---
-void MsgBox(const std::string& text);  // modal; returns once the user has dismissed it
+// Modal, titled "Korvane"; returns once the user has dismissed it, and gives the keyboard back to
+// the window that was active (which is no Activate of it).
+void MsgBox(const std::string& text);
 void Beep();
 // Tests answer MsgBox through a hook instead of a modal dialog (an empty hook restores it).
 using MessageHook = std::function<void(const std::string&)>;

@@ -1,1 +1,641 @@
-// (in progress)
+#include "platform/qt/window.h"
+
+#include <QApplication>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QMenuBar>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QScreen>
+#include <QTextEdit>
+#include <algorithm>
+#include <map>
+#include <vector>
+
+#include "platform/core/recorder.h"
+#include "platform/qt/application.h"
+#include "platform/qt/controls.h"
+#include "platform/qt/menu.h"
+#include "platform/qt/qt_support.h"
+#include "platform/qt/runtime.h"
+
+namespace platform {
+
+namespace {
+
+bool FocusInTextField() {
+    QWidget* focus = QApplication::focusWidget();
+    return qobject_cast<QLineEdit*>(focus) != nullptr || qobject_cast<QTextEdit*>(focus) != nullptr;
+}
+
+// The top-level widget of a Window. It turns Qt's events into the window's events; `owner` is
+// cleared before the window is taken apart, so nothing reaches a window being destroyed.
+class WindowFrame : public QMainWindow {
+  public:
+    explicit WindowFrame(Window* window) : owner(window) {
+        setAttribute(Qt::WA_QuitOnClose, false);
+    }
+    Window* owner;
+
+  protected:
+    bool event(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+};
+
+// The content of a window: presses on its background (and on passive controls, which let
+// presses through) are the window's MouseDown.
+class WindowContent : public QWidget {
+  public:
+    explicit WindowContent(Window* window) : owner(window) {}
+    Window* owner;
+
+  protected:
+    void mousePressEvent(QMouseEvent* event) override {
+        if (owner == nullptr) {
+            return;
+        }
+        const QPoint at = event->position().toPoint();
+        Window* window = owner;
+        ProtectedCall([window, at] { window->Event_MouseDown(at.x(), at.y()); });
+        event->accept();
+    }
+};
+
+// Deletes a closed window once control is back in the event loop that closed it, never inside
+// the window's own event.
+class WindowReaper : public QObject {
+  public:
+    explicit WindowReaper(std::unique_ptr<Window> window);
+    ~WindowReaper() override;
+
+  private:
+    std::unique_ptr<Window> window_;
+};
+
+struct Registry {
+    struct Entry {
+        std::string key;
+        std::unique_ptr<Window> window;
+    };
+    std::vector<Entry> owned;  // the windows built by ImplicitWindow
+    std::map<std::string, std::function<std::unique_ptr<Window>()>, std::less<>> classes;
+    std::vector<WindowReaper*> reapers;
+    Window* lastActivated = nullptr;
+    Window* returningFromMessage = nullptr;  // its next activation follows a MsgBox
+};
+
+Registry& Reg() {
+    static Registry registry;
+    return registry;
+}
+
+WindowReaper::WindowReaper(std::unique_ptr<Window> window) : window_(std::move(window)) {
+    Reg().reapers.push_back(this);
+}
+
+WindowReaper::~WindowReaper() {
+    std::erase(Reg().reapers, this);
+}
+
+void RaiseActivate(Window& window) {
+    Registry& reg = Reg();
+    reg.lastActivated = &window;
+    if (reg.returningFromMessage != nullptr) {
+        const bool afterMessage = reg.returningFromMessage == &window;
+        reg.returningFromMessage = nullptr;
+        if (afterMessage) {
+            return;  // dismissing a message box is no activation
+        }
+    }
+    ProtectedCall([&window] { window.Event_Activate(); });
+    if (qt::QuitRequested()) {
+        return;
+    }
+    ProtectedCall([&window] { window.Event_EnableMenuItems(); });
+}
+
+bool WindowFrame::event(QEvent* event) {
+    const bool result = QMainWindow::event(event);
+    if (owner != nullptr && event->type() == QEvent::WindowActivate) {
+        RaiseActivate(*owner);
+    }
+    return result;
+}
+
+void WindowFrame::closeEvent(QCloseEvent* event) {
+    // The platform decides what closing means (Window::Close); Qt never closes on its own.
+    event->ignore();
+    if (owner != nullptr) {
+        Window* window = owner;
+        ProtectedCall([window] { window->Close(); });
+    }
+}
+
+void WindowFrame::keyPressEvent(QKeyEvent* event) {
+    if (owner != nullptr && !qt::IsShortcutPress(*event) && !FocusInTextField()) {
+        const std::string key = qt::KeyString(*event);
+        if (!key.empty()) {
+            Window* window = owner;
+            bool took = false;
+            ProtectedCall([window, &key, &took] { took = window->Event_KeyDown(key); });
+            if (took) {
+                event->accept();
+                return;
+            }
+        }
+    }
+    QMainWindow::keyPressEvent(event);
+}
+
+}  // namespace
+
+struct Window::Impl {
+    WindowFrame* frame = nullptr;  // owns the content, the menu bar and every control's widget
+    WindowContent* content = nullptr;
+    std::vector<std::unique_ptr<Control>> controls;
+    std::map<std::string, std::function<bool()>> menuHandlers;
+    platform::MenuBar* menuBar = nullptr;
+
+    int width = 300, height = 200;
+    int minWidth = 0, minHeight = 0, maxWidth = QWIDGETSIZE_MAX, maxHeight = QWIDGETSIZE_MAX;
+    std::int64_t type = 0;
+    bool hasClose = true, hasMinimize = true, hasMaximize = true, hasFullScreen = false;
+    bool resizeable = true, menuBarVisible = true, fullScreen = false;
+
+    bool constructing = false;
+    bool showWhenBuilt = false;  // the record's Visible, applied when Constructor ends
+    bool closing = false;
+    bool hiddenWhileClosing = false;
+    bool closed = false;
+    bool placed = false;  // centred on the screen at its first show
+
+    int MenuBarHeight() const {
+        QWidget* bar = frame->menuWidget();
+        return (bar != nullptr && !bar->isHidden()) ? bar->sizeHint().height() : 0;
+    }
+
+    // The content stays Width x Height; a menu bar adds to the frame, not to the content.
+    void ApplySize() {
+        const int extra = MenuBarHeight();
+        if (!resizeable) {
+            frame->setFixedSize(width, height + extra);
+            return;
+        }
+        frame->setMinimumSize(minWidth, minHeight + extra);
+        frame->setMaximumSize(maxWidth, std::min(maxHeight + extra, QWIDGETSIZE_MAX));
+        frame->resize(width, height + extra);
+    }
+
+    // Type 2 is a plain frame without title or buttons; every other type is a titled window with
+    // the buttons the record gives. A window that cannot be resized cannot be maximised either.
+    void ApplyFlags() {
+        Qt::WindowFlags flags = Qt::Window;
+        if (type == 2) {
+            flags |= Qt::FramelessWindowHint;
+        } else {
+            flags |= Qt::CustomizeWindowHint | Qt::WindowTitleHint;
+            if (hasClose) {
+                flags |= Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
+            }
+            if (hasMinimize) {
+                flags |= Qt::WindowMinimizeButtonHint;
+            }
+            if (hasMaximize && resizeable) {
+                flags |= Qt::WindowMaximizeButtonHint;
+            }
+        }
+        if (flags == frame->windowFlags()) {
+            return;
+        }
+        const bool shown = frame->isVisible();
+        frame->setWindowFlags(flags);
+        if (shown) {
+            frame->show();
+        }
+    }
+
+    void Centre() {
+        QScreen* screen = QGuiApplication::primaryScreen();
+        if (screen == nullptr) {
+            return;
+        }
+        QRect area(QPoint(), frame->size());
+        area.moveCenter(screen->availableGeometry().center());
+        frame->move(area.topLeft());
+    }
+
+    void ShowFrame() {
+        // A window without a bar of its own still answers the shortcuts of the application's
+        // bar (Ctrl+Q quits from any window).
+        if (menuBar == nullptr && getAppObject() != nullptr &&
+            getAppObject()->MenuBar() != nullptr) {
+            qt::AddShortcuts(*frame, *getAppObject()->MenuBar());
+        }
+        if (!placed) {
+            Centre();
+            placed = true;
+        }
+        if (fullScreen) {
+            frame->showFullScreen();
+        } else {
+            frame->show();
+        }
+        frame->raise();
+        frame->activateWindow();
+    }
+
+    void InstallMenuBar() {
+        QMenuBar* bar = frame->menuBar();
+        bar->setNativeMenuBar(false);
+        if (menuBar != nullptr) {
+            qt::ShowMenuBar(*bar, *menuBar);
+        } else {
+            bar->clear();
+        }
+        bar->setHidden(menuBar == nullptr || !menuBarVisible);
+        ApplySize();
+    }
+};
+
+Window::Window() : impl_(std::make_unique<Impl>()) {
+    impl_->frame = new WindowFrame(this);
+    impl_->content = new WindowContent(this);
+    impl_->frame->setCentralWidget(impl_->content);
+    impl_->ApplyFlags();
+    impl_->ApplySize();
+}
+
+Window::~Window() {
+    Registry& reg = Reg();
+    if (reg.lastActivated == this) {
+        reg.lastActivated = nullptr;
+    }
+    if (reg.returningFromMessage == this) {
+        reg.returningFromMessage = nullptr;
+    }
+    impl_->frame->owner = nullptr;
+    impl_->content->owner = nullptr;
+    // The frame takes every control's widget with it; the controls then own nothing of Qt's.
+    delete impl_->frame;
+    while (!impl_->controls.empty()) {
+        impl_->controls.pop_back();
+    }
+}
+
+const ClassInfo& Window::StaticClass() {
+    static const ClassInfo info{
+        "Window",
+        &Object::StaticClass(),
+        {
+            Property<&Window::SetWidth>("Width"),
+            Property<&Window::SetHeight>("Height"),
+            Property<&Window::SetMinimumWidth>("MinimumWidth"),
+            Property<&Window::SetMinimumHeight>("MinimumHeight"),
+            Property<&Window::SetMaximumWidth>("MaximumWidth"),
+            Property<&Window::SetMaximumHeight>("MaximumHeight"),
+            Property<&Window::SetType>("Type"),
+            Property<&Window::SetTitle>("Title"),
+            Property<&Window::SetHasCloseButton>("HasCloseButton"),
+            Property<&Window::SetHasMaximizeButton>("HasMaximizeButton"),
+            Property<&Window::SetHasMinimizeButton>("HasMinimizeButton"),
+            Property<&Window::SetHasFullScreenButton>("HasFullScreenButton"),
+            Property<&Window::SetResizeable>("Resizeable"),
+            Property<&Window::SetVisible>("Visible"),
+            Property<&Window::SetHasBackgroundColor>("HasBackgroundColor"),
+            Property<&Window::SetBackgroundColor>("BackgroundColor"),
+            Property<&Window::SetMenuBarVisible>("MenuBarVisible"),
+            Property<&Window::SetFullScreen>("FullScreen"),
+            // Every new window is centred on the screen; windows draw in one pass and are
+            // never composited; a fixed window has no live resizing; no resource ids on Qt.
+            StoredOnly("DefaultLocation", Form::Integer),
+            StoredOnly("Composite", Form::Boolean),
+            StoredOnly("LiveResize", Form::Boolean),
+            StoredOnly("MacProcID", Form::Integer),
+        }};
+    return info;
+}
+
+void Window::Constructor() {
+    _UITrap();
+    struct Building {
+        Impl& impl;
+        explicit Building(Impl& i) : impl(i) { impl.constructing = true; }
+        ~Building() { impl.constructing = false; }
+    } building(*impl_);
+    Layout();
+    CreateControls();
+    AddMenuHandlers();
+    impl_->constructing = false;
+    qt::RebuildTabChain(*this);
+    if (impl_->showWhenBuilt) {
+        impl_->ShowFrame();
+    }
+}
+
+void Window::Show() {
+    _UITrap();
+    recorder::Note(ShortName() + ".Show");
+    impl_->ShowFrame();
+}
+
+void Window::Hide() {
+    _UITrap();
+    recorder::Note(ShortName() + ".Hide");
+    if (impl_->closing) {
+        impl_->hiddenWhileClosing = true;
+    }
+    impl_->frame->hide();
+}
+
+bool Window::Visible() const {
+    _UITrap();
+    return impl_->frame->isVisible();
+}
+
+// While Event_Close runs, the window is still on record: an accessor called there finds this
+// window, so one that hides itself keeps what its user typed.
+void Window::Close() {
+    _UITrap();
+    if (impl_->closed || impl_->closing) {
+        return;  // closed already, or a Close from inside Event_Close
+    }
+    struct Closing {
+        Impl& impl;
+        explicit Closing(Impl& i) : impl(i) {
+            impl.closing = true;
+            impl.hiddenWhileClosing = false;
+        }
+        ~Closing() { impl.closing = false; }
+    } closing(*impl_);
+    Event_Close();
+    if (impl_->hiddenWhileClosing || qt::QuitRequested()) {
+        return;  // it hid itself and stays alive; or the run is ending anyway
+    }
+    impl_->closed = true;
+    impl_->frame->hide();
+    Registry& reg = Reg();
+    auto entry = std::find_if(reg.owned.begin(), reg.owned.end(),
+                              [this](const Registry::Entry& e) { return e.window.get() == this; });
+    if (entry != reg.owned.end()) {
+        auto window = std::move(entry->window);
+        reg.owned.erase(entry);
+        (new WindowReaper(std::move(window)))->deleteLater();
+    }
+}
+
+std::string Window::Title() const {
+    return qt::FromQt(impl_->frame->windowTitle());
+}
+
+void Window::MenuBar(platform::MenuBar* bar) {
+    _UITrap();
+    impl_->menuBar = bar;
+    impl_->InstallMenuBar();
+}
+
+platform::MenuBar* Window::MenuBar() const {
+    return impl_->menuBar;
+}
+
+void Window::_AddControl(const std::string& name, std::unique_ptr<Control> control) {
+    _UITrap();
+    Control& added = NotNil(control.get());
+    impl_->controls.push_back(std::move(control));
+    added.Attach(*this, name);
+}
+
+Control* Window::_ControlByName(const std::string& name) const {
+    _UITrap();
+    for (const auto& control : impl_->controls) {
+        if (control->Name() == name) {
+            return control.get();
+        }
+    }
+    return nullptr;
+}
+
+void Window::_AddMenuHandler(const std::string& itemName, std::function<bool()> handler) {
+    _UITrap();
+    impl_->menuHandlers[itemName] = std::move(handler);
+}
+
+bool Window::HasMenuHandler(const std::string& itemName) const {
+    return impl_->menuHandlers.contains(itemName);
+}
+
+bool Window::RunMenuHandler(const std::string& itemName) {
+    auto found = impl_->menuHandlers.find(itemName);
+    if (found == impl_->menuHandlers.end() || !found->second) {
+        return false;
+    }
+    auto handler = found->second;  // a copy: the handler may register handlers anew
+    return handler();
+}
+
+bool Window::Event_KeyDown(const std::string& /*key*/) {
+    return false;
+}
+
+bool Window::Event_MouseDown(std::int64_t /*x*/, std::int64_t /*y*/) {
+    return false;
+}
+
+std::string Window::ShortName() const {
+    const std::string_view name = Class().name;
+    return std::string(name.substr(0, name.find('.')));
+}
+
+QWidget* Window::Widget() const {
+    return impl_->frame;
+}
+
+QWidget* Window::ContentWidget() const {
+    return impl_->content;
+}
+
+std::size_t Window::ControlCount() const {
+    return impl_->controls.size();
+}
+
+Control* Window::ControlAt(std::size_t index) const {
+    return index < impl_->controls.size() ? impl_->controls[index].get() : nullptr;
+}
+
+void Window::SetWidth(std::int64_t v) {
+    impl_->width = static_cast<int>(std::clamp<std::int64_t>(v, 0, QWIDGETSIZE_MAX));
+    impl_->ApplySize();
+}
+
+void Window::SetHeight(std::int64_t v) {
+    impl_->height = static_cast<int>(std::clamp<std::int64_t>(v, 0, QWIDGETSIZE_MAX));
+    impl_->ApplySize();
+}
+
+void Window::SetMinimumWidth(std::int64_t v) {
+    impl_->minWidth = static_cast<int>(std::clamp<std::int64_t>(v, 0, QWIDGETSIZE_MAX));
+    impl_->ApplySize();
+}
+
+void Window::SetMinimumHeight(std::int64_t v) {
+    impl_->minHeight = static_cast<int>(std::clamp<std::int64_t>(v, 0, QWIDGETSIZE_MAX));
+    impl_->ApplySize();
+}
+
+void Window::SetMaximumWidth(std::int64_t v) {
+    impl_->maxWidth = static_cast<int>(std::clamp<std::int64_t>(v, 0, QWIDGETSIZE_MAX));
+    impl_->ApplySize();
+}
+
+void Window::SetMaximumHeight(std::int64_t v) {
+    impl_->maxHeight = static_cast<int>(std::clamp<std::int64_t>(v, 0, QWIDGETSIZE_MAX));
+    impl_->ApplySize();
+}
+
+void Window::SetType(std::int64_t v) {
+    impl_->type = v;
+    impl_->ApplyFlags();
+}
+
+void Window::SetTitle(std::string v) {
+    impl_->frame->setWindowTitle(qt::ToQt(v));
+}
+
+void Window::SetHasCloseButton(bool v) {
+    impl_->hasClose = v;
+    impl_->ApplyFlags();
+}
+
+void Window::SetHasMaximizeButton(bool v) {
+    impl_->hasMaximize = v;
+    impl_->ApplyFlags();
+}
+
+void Window::SetHasMinimizeButton(bool v) {
+    impl_->hasMinimize = v;
+    impl_->ApplyFlags();
+}
+
+// Qt on this desktop has no full-screen button in a title bar: the flag is kept.
+void Window::SetHasFullScreenButton(bool v) {
+    impl_->hasFullScreen = v;
+}
+
+void Window::SetResizeable(bool v) {
+    impl_->resizeable = v;
+    if (v) {
+        impl_->frame->setMinimumSize(0, 0);
+        impl_->frame->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    }
+    impl_->ApplyFlags();
+    impl_->ApplySize();
+}
+
+void Window::SetVisible(bool v) {
+    if (impl_->constructing) {
+        impl_->showWhenBuilt = v;
+    } else if (v) {
+        impl_->ShowFrame();
+    } else {
+        impl_->frame->hide();
+    }
+}
+
+void Window::SetHasBackgroundColor(bool v) {
+    impl_->content->setAutoFillBackground(v);
+}
+
+void Window::SetBackgroundColor(Colour v) {
+    QPalette palette = impl_->content->palette();
+    palette.setColor(QPalette::Window, QColor::fromRgb(v.rgb));
+    impl_->content->setPalette(palette);
+}
+
+void Window::SetMenuBarVisible(bool v) {
+    impl_->menuBarVisible = v;
+    impl_->InstallMenuBar();
+}
+
+void Window::SetFullScreen(bool v) {
+    impl_->fullScreen = v;
+}
+
+Window* _GetImplicitWindow(std::string_view fullClassName) {
+    for (const auto& entry : Reg().owned) {
+        if (entry.key == fullClassName) {
+            return entry.window.get();
+        }
+    }
+    return nullptr;
+}
+
+void RegisterWindowClass(std::string_view fullClassName,
+                         std::function<std::unique_ptr<Window>()> make) {
+    Reg().classes.try_emplace(std::string(fullClassName), std::move(make));
+}
+
+Window& ImplicitWindow(std::string_view fullClassName) {
+    if (Window* living = _GetImplicitWindow(fullClassName)) {
+        return *living;
+    }
+    Registry& reg = Reg();
+    auto found = reg.classes.find(fullClassName);
+    if (found == reg.classes.end() || !found->second) {
+        throw NilObjectException("No window class is registered as " + std::string(fullClassName) +
+                                 ".");
+    }
+    std::unique_ptr<Window> made = found->second();
+    Window& window = NotNil(made.get());
+    reg.owned.push_back({std::string(fullClassName), std::move(made)});
+    window.Constructor();
+    return window;
+}
+
+void DestroyAllWindows() {
+    Registry& reg = Reg();
+    auto owned = std::move(reg.owned);
+    reg.owned.clear();
+    while (!owned.empty()) {
+        owned.pop_back();
+    }
+    while (!reg.reapers.empty()) {
+        delete reg.reapers.back();  // its destructor takes it off the list
+    }
+}
+
+namespace qt {
+
+Window* WindowOf(const QWidget* widget) {
+    if (widget == nullptr) {
+        return nullptr;
+    }
+    auto* frame = dynamic_cast<const WindowFrame*>(widget->window());
+    return frame != nullptr ? frame->owner : nullptr;
+}
+
+Window* ActiveWindow() {
+    if (Window* active = WindowOf(QApplication::activeWindow())) {
+        return active;
+    }
+    Window* last = Reg().lastActivated;
+    return (last != nullptr && last->Widget()->isVisible()) ? last : nullptr;
+}
+
+void ExpectReturnFromMessage(Window* window) {
+    Reg().returningFromMessage = window;
+}
+
+void ReturnedFromMessage(Window* window) {
+    Registry& reg = Reg();
+    // Still active: the window never lost the activation, so none is coming back.
+    if (window != nullptr && reg.returningFromMessage == window &&
+        QApplication::activeWindow() == window->Widget()) {
+        reg.returningFromMessage = nullptr;
+    }
+}
+
+}  // namespace qt
+
+}  // namespace platform

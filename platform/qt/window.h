@@ -72,6 +72,13 @@ public:
 
     // Events. A window class implements one by overriding it. The Boolean results of KeyDown and
     // MouseDown tell whether the window dealt with the press.
+    //   Activate: each time the window becomes the active one, but not when it gets the keyboard
+    //     back from a dismissed MsgBox. EnableMenuItems follows each Activate, and comes when a
+    //     menu of the bar is about to open.
+    //   KeyDown: presses that no text field has the focus for, without Ctrl, Alt or Meta.
+    //   MouseDown: presses on the content's background and on passive controls (labels,
+    //     canvases, separators, frames whose own MouseDown did not take the press); x and y in
+    //     content coordinates.
     virtual void Event_Activate() {}
     virtual void Event_Close() {}
     virtual void Event_EnableMenuItems() {}
@@ -82,6 +89,12 @@ public:
     std::string ShortName() const;
     // The top-level Qt widget, for the platform and for tests.
     QWidget* Widget() const;
+    // The widget the controls live on: its (0,0) is the window's content top-left, below any
+    // menu bar, and it is Width x Height.
+    QWidget* ContentWidget() const;
+    // The controls in the order they were added.
+    std::size_t ControlCount() const;
+    Control* ControlAt(std::size_t index) const;
 
     // Record setters (used through the property table).
     void SetWidth(std::int64_t v);
@@ -101,6 +114,7 @@ public:
     void SetHasBackgroundColor(bool v);
     void SetBackgroundColor(Colour v);
     void SetMenuBarVisible(bool v);
+    void SetFullScreen(bool v);
 
 private:
     struct Impl;

@@ -1,0 +1,67 @@
+// What the platform's Qt sources share among themselves: string conversion, the key strings of
+// KeyDown, the run state, and the bookkeeping of windows (activation, the active window). Not part
+// of the platform's interface: nothing outside platform/qt includes it.
+#pragma once
+
+#include <QFont>
+#include <QString>
+#include <string>
+
+class QKeyEvent;
+class QMenuBar;
+class QWidget;
+
+namespace platform {
+
+class Window;
+class RectControl;
+class PushButton;
+class MenuBar;
+class MenuItem;
+
+namespace qt {
+
+inline QString ToQt(const std::string& text) {
+    return QString::fromUtf8(text.data(), qsizetype(text.size()));
+}
+inline std::string FromQt(const QString& text) {
+    return text.toUtf8().toStdString();
+}
+
+// The key as KeyDown gets it: a printable key gives its character (UTF-8); Backspace "\x08",
+// Tab "\x09", Return and Enter "\x0d", Escape "\x1b", Left "\x1c", Right "\x1d", Up "\x1e",
+// Down "\x1f", forward Delete "\x7f", and the classic codes Home 1, End 4, Page Up 11,
+// Page Down 12. Empty for a press that gives no character (a modifier alone, a function key):
+// such a press is no KeyDown.
+std::string KeyString(const QKeyEvent& event);
+// Ctrl, Alt or Meta held: the press is a shortcut, never a KeyDown.
+bool IsShortcutPress(const QKeyEvent& event);
+
+bool OnMainThread();
+bool QuitRequested();  // Quit was called or a failure ended the run
+
+// The platform window whose top-level widget is `widget` (or holds it), or nullptr.
+Window* WindowOf(const QWidget* widget);
+// The window the user works in: Qt's active window, else the one activated last.
+Window* ActiveWindow();
+// MsgBox: the activation of `window` that follows the dismissal of a message is no Activate.
+void ExpectReturnFromMessage(Window* window);
+void ReturnedFromMessage(Window* window);
+
+// Record font sizes are the framework's points: one point is one logical pixel, as on the
+// screens the layouts were drawn for. Qt points are 1/72 inch at the screen's logical DPI.
+double QtPointSize(double recordPoints, const QWidget& widget);
+
+// Rebuilds the Qt tab chain of the window from TabIndex and TabStop.
+void RebuildTabChain(Window& window);
+// Return in a text field: raises Action of the window's first button with Default set, in
+// creation order, when that button can be pressed. False when there is none.
+bool PressDefaultButton(Window& window);
+
+// The Qt menu bar `qbar` shows the menus of `bar` and follows their later changes.
+void ShowMenuBar(QMenuBar& qbar, MenuBar& bar);
+// The shortcuts of the menu's items work in `widget`'s window, which shows no bar of its own.
+void AddShortcuts(QWidget& widget, MenuItem& menu);
+
+}  // namespace qt
+}  // namespace platform

@@ -1,0 +1,195 @@
+#include <QKeyEvent>
+#include <QTextDocument>
+#include <QTextOption>
+
+#include "platform/core/recorder.h"
+#include "platform/qt/control_widgets.h"
+#include "platform/qt/controls.h"
+#include "platform/qt/qt_support.h"
+#include "platform/qt/runtime.h"
+#include "platform/qt/window.h"
+
+namespace platform {
+
+namespace {
+
+QLineEdit& Edit(TextField& field) {
+    return *static_cast<QLineEdit*>(field.Widget());
+}
+QTextEdit& Area(TextArea& area) {
+    return *static_cast<QTextEdit*>(area.Widget());
+}
+
+// Texts of this program end their lines with a carriage return, Qt's documents with a newline:
+// a text area converts both ways, so what code sets is what it reads back.
+QString PlainText(const std::string& text) {
+    QString plain = qt::ToQt(text);
+    plain.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(QChar('\r'), QChar('\n'));
+    return plain;
+}
+
+std::string ProgramText(QString plain) {
+    return qt::FromQt(plain.replace(QChar('\n'), QChar('\r')));
+}
+
+}  // namespace
+
+namespace qt {
+
+// KeyDown sees every key press that gives a key string and is no shortcut; a true result stops
+// it there. Return that nothing stopped presses the window's default button.
+bool FieldWidget::event(QEvent* event) {
+    if (event->type() != QEvent::KeyPress || owner == nullptr) {
+        return QLineEdit::event(event);
+    }
+    auto& press = *static_cast<QKeyEvent*>(event);
+    if (IsShortcutPress(press) && !(press.modifiers() & Qt::ControlModifier) &&
+        !KeyString(press).empty() && !press.text().isEmpty()) {
+        // Alt or Meta with a letter is a shortcut that found no taker, never typing: it would
+        // slip past the key filter.
+        event->ignore();
+        return false;
+    }
+    const std::string key = IsShortcutPress(press) ? std::string() : KeyString(press);
+    if (key.empty()) {
+        return QLineEdit::event(event);
+    }
+    TextField* field = owner;
+    bool stop = false;
+    if (field->KeyDown) {
+        ProtectedCall([field, &key, &stop] { stop = field->KeyDown(*field, key); });
+    }
+    if (!stop && key == "\r" && field->TrueWindow() != nullptr) {
+        stop = PressDefaultButton(*field->TrueWindow());
+    }
+    if (stop) {
+        event->accept();
+        return true;
+    }
+    return QLineEdit::event(event);
+}
+
+}  // namespace qt
+
+TextField::TextField() : RectControl(new qt::FieldWidget(this)) {
+    Edit(*this).setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+}
+
+const ClassInfo& TextField::StaticClass() {
+    static const ClassInfo info{
+        "TextField",
+        &RectControl::StaticClass(),
+        {
+            qt::Prop("Value",
+                     [](TextField& c, const std::string& v) { Edit(c).setText(qt::ToQt(v)); }),
+            qt::Prop("TextColor",
+                     [](TextField& c, Colour v) { qt::SetTextColour(*c.Widget(), v); }),
+            qt::Prop("BackgroundColor",
+                     [](TextField& c, Colour v) { qt::SetBaseColour(*c.Widget(), v); }),
+            qt::Prop("HasBorder", [](TextField& c, bool v) { Edit(c).setFrame(v); }),
+            qt::Prop("TextAlignment",
+                     [](TextField& c, std::int64_t v) {
+                         Edit(c).setAlignment(qt::HorizontalAlignment(v) | Qt::AlignVCenter);
+                     }),
+            qt::Prop("ReadOnly", [](TextField& c, bool v) { Edit(c).setReadOnly(v); }),
+            qt::Prop("Password",
+                     [](TextField& c, bool v) {
+                         Edit(c).setEchoMode(v ? QLineEdit::Password : QLineEdit::Normal);
+                     }),
+            // 0 is no limit.
+            qt::Prop("MaximumCharactersAllowed",
+                     [](TextField& c, std::int64_t v) {
+                         Edit(c).setMaxLength(v > 0 && v < 32767 ? static_cast<int>(v) : 32767);
+                     }),
+            qt::Prop("Hint", [](TextField& c,
+                                const std::string& v) { Edit(c).setPlaceholderText(qt::ToQt(v)); }),
+            // The key filters of the system do all checking of what is typed.
+            StoredOnly("Format", Form::String),
+            StoredOnly("ValidationMask", Form::String),
+            StoredOnly("AllowSpellChecking", Form::Boolean),
+        }};
+    return info;
+}
+
+void TextField::Text(const std::string& text) {
+    _UITrap();
+    recorder::Note(name_ + ".Text=" + text);
+    Edit(*this).setText(qt::ToQt(text));
+}
+
+std::string TextField::Text() const {
+    _UITrap();
+    return qt::FromQt(static_cast<const QLineEdit*>(widget_)->text());
+}
+
+bool TextField::ReadOnly() const {
+    return static_cast<const QLineEdit*>(widget_)->isReadOnly();
+}
+
+TextArea::TextArea() : RectControl(new qt::AreaWidget) {
+    QTextEdit& area = Area(*this);
+    area.setAcceptRichText(false);
+    area.setTabChangesFocus(true);
+}
+
+const ClassInfo& TextArea::StaticClass() {
+    static const ClassInfo info{
+        "TextArea",
+        &RectControl::StaticClass(),
+        {
+            qt::Prop("Value",
+                     [](TextArea& c, const std::string& v) { Area(c).setPlainText(PlainText(v)); }),
+            qt::Prop("TextColor", [](TextArea& c, Colour v) { qt::SetTextColour(*c.Widget(), v); }),
+            qt::Prop("BackgroundColor",
+                     [](TextArea& c, Colour v) { qt::SetBaseColour(*c.Widget(), v); }),
+            qt::Prop("HasBorder",
+                     [](TextArea& c, bool v) {
+                         Area(c).setFrameShape(v ? QFrame::StyledPanel : QFrame::NoFrame);
+                     }),
+            qt::Prop("TextAlignment",
+                     [](TextArea& c, std::int64_t v) {
+                         QTextDocument& document = *Area(c).document();
+                         QTextOption option = document.defaultTextOption();
+                         option.setAlignment(qt::HorizontalAlignment(v));
+                         document.setDefaultTextOption(option);
+                     }),
+            qt::Prop("ReadOnly", [](TextArea& c, bool v) { Area(c).setReadOnly(v); }),
+            qt::Prop("AllowTabs", [](TextArea& c, bool v) { Area(c).setTabChangesFocus(!v); }),
+            qt::Prop("HasVerticalScrollbar",
+                     [](TextArea& c, bool v) {
+                         Area(c).setVerticalScrollBarPolicy(v ? Qt::ScrollBarAsNeeded
+                                                              : Qt::ScrollBarAlwaysOff);
+                     }),
+            // Without a horizontal scroll bar the lines wrap at the area's width.
+            qt::Prop("HasHorizontalScrollbar",
+                     [](TextArea& c, bool v) {
+                         Area(c).setHorizontalScrollBarPolicy(v ? Qt::ScrollBarAsNeeded
+                                                                : Qt::ScrollBarAlwaysOff);
+                         Area(c).setLineWrapMode(v ? QTextEdit::NoWrap : QTextEdit::WidgetWidth);
+                     }),
+            // A text area always takes several lines, as plain text in the default spacing.
+            StoredOnly("MultiLine", Form::Boolean),
+            StoredOnly("LineSpacing", Form::Double),
+            StoredOnly("LineHeight", Form::Double),
+            StoredOnly("HideSelection", Form::Boolean),
+            StoredOnly("AllowStyledText", Form::Boolean),
+            StoredOnly("Format", Form::String),
+            StoredOnly("ValidationMask", Form::String),
+            StoredOnly("AllowSpellChecking", Form::Boolean),
+            StoredOnly("MaximumCharactersAllowed", Form::Integer),
+        }};
+    return info;
+}
+
+void TextArea::Text(const std::string& text) {
+    _UITrap();
+    recorder::Note(name_ + ".Text=" + text);
+    Area(*this).setPlainText(PlainText(text));
+}
+
+std::string TextArea::Text() const {
+    _UITrap();
+    return ProgramText(static_cast<const QTextEdit*>(widget_)->toPlainText());
+}
+
+}  // namespace platform
