@@ -1,1 +1,220 @@
-// (in progress)
+#include "control/control_wnd.h"
+
+#include <array>
+#include <memory>
+#include <string_view>
+
+#include "control/control_records.h"
+#include "platform/core/delegate.h"
+#include "platform/core/record.h"
+#include "windows/menu.h"
+#include "windows/pictures.h"
+
+namespace korvane {
+
+using platform::Canvas;
+using platform::Delegate;
+using platform::GroupBox;
+using platform::Label;
+using platform::PushButton;
+using platform::RadioButton;
+using platform::Separator;
+using platform::TextField;
+
+ControlWnd& ControlWnd::Instance() {
+    RegisterClass();
+    return platform::RuntimeCheckCast<ControlWnd>(&platform::ImplicitWindow(kClassName));
+}
+
+void ControlWnd::RegisterClass() {
+    platform::RegisterWindowClass(kClassName, [] { return std::make_unique<ControlWnd>(); });
+}
+
+const platform::ClassInfo& ControlWnd::StaticClass() {
+    static const platform::ClassInfo info{kClassName, &platform::Window::StaticClass(), {}};
+    return info;
+}
+
+// The bar goes in before the record, so the window's first show already carries it.
+void ControlWnd::Layout() {
+    MenuBar(&Menu::Instance());
+    platform::ApplyRecord(*this, records::ControlWnd.view());
+}
+
+void ControlWnd::CreateControls() {
+    _CreateControls0();
+    _CreateControls1();
+    NameFieldsForScreenReaders();
+}
+
+// Allocates the control, adds it under its name and hands it back as found by that name.
+template <class C>
+C& ControlWnd::Create(const std::string& name) {
+    _AddControl(name, __New<C>());
+    return platform::RuntimeCheckCast<C>(_ControlByName(name));
+}
+
+// Controls 1 to 30, in table order. Each gets its record before its handlers, and its handlers
+// before the next control exists.
+void ControlWnd::_CreateControls0() {
+    using platform::ApplyRecord;
+    ApplyRecord(Create<Label>("n2text"), records::n2text.view());
+    ApplyRecord(Create<TextField>("rfld"), records::rfld.view());
+    ApplyRecord(Create<GroupBox>("GroupBox2"), records::GroupBox2.view());
+    ApplyRecord(Create<TextField>("m2fld"), records::m2fld.view());
+    m2fld().KeyDown = Delegate(*this, &ControlWnd::m2fld_KeyDown);
+    ApplyRecord(Create<TextField>("sd2fld"), records::sd2fld.view());
+    sd2fld().KeyDown = Delegate(*this, &ControlWnd::sd2fld_KeyDown);
+    ApplyRecord(Create<TextField>("n2fld"), records::n2fld.view());
+    ApplyRecord(Create<Label>("StaticText3"), records::StaticText3.view());
+    ApplyRecord(Create<Label>("StaticText4"), records::StaticText4.view());
+    ApplyRecord(Create<Separator>("Sep2"), records::Sep2.view());
+    ApplyRecord(Create<Label>("rtext"), records::rtext.view());
+    ApplyRecord(Create<GroupBox>("GroupBox1"), records::GroupBox1.view());
+    ApplyRecord(Create<TextField>("m1fld"), records::m1fld.view());
+    m1fld().KeyDown = Delegate(*this, &ControlWnd::m1fld_KeyDown);
+    ApplyRecord(Create<TextField>("sd1fld"), records::sd1fld.view());
+    sd1fld().KeyDown = Delegate(*this, &ControlWnd::sd1fld_KeyDown);
+    ApplyRecord(Create<TextField>("n1fld"), records::n1fld.view());
+    ApplyRecord(Create<Label>("StaticText1"), records::StaticText1.view());
+    ApplyRecord(Create<Label>("StaticText2"), records::StaticText2.view());
+    ApplyRecord(Create<Label>("StaticText7"), records::StaticText7.view());
+    ApplyRecord(Create<Separator>("Sep1"), records::Sep1.view());
+    Create<Canvas>("HalbrineTitle").Backdrop(tlarge());  // the picture goes in before the record
+    ApplyRecord(HalbrineTitle(), records::HalbrineTitle.view());
+    HalbrineTitle().MouseExit = Delegate(*this, &ControlWnd::HalbrineTitle_MouseExit);
+    HalbrineTitle().MouseEnter = Delegate(*this, &ControlWnd::HalbrineTitle_MouseEnter);
+    ApplyRecord(Create<PushButton>("CalcBtn"), records::CalcBtn.view());
+    CalcBtn().Action = Delegate(*this, &ControlWnd::CalcBtn_Action);
+    ApplyRecord(Create<PushButton>("ClearBtn"), records::ClearBtn.view());
+    ClearBtn().Action = Delegate(*this, &ControlWnd::ClearBtn_Action);
+    ApplyRecord(Create<Label>("copyright"), records::copyright.view());
+    ApplyRecord(Create<TextField>("tfld"), records::tfld.view());
+    ApplyRecord(Create<TextField>("pfld"), records::pfld.view());
+    ApplyRecord(Create<Label>("dtail"), records::dtail.view());
+    ApplyRecord(Create<RadioButton>("IBtn"), records::IBtn.view());
+    IBtn().Action = Delegate(*this, &ControlWnd::IBtn_Action);
+    ApplyRecord(Create<RadioButton>("RBtn"), records::RBtn.view());
+    RBtn().Action = Delegate(*this, &ControlWnd::RBtn_Action);
+    ApplyRecord(Create<GroupBox>("typeBox"), records::typeBox.view());
+    typeBox().MouseDown = Delegate(*this, &ControlWnd::typeBox_MouseDown);
+    ApplyRecord(Create<Label>("ttext"), records::ttext.view());
+    ApplyRecord(Create<TextField>("dfFld"), records::dfFld.view());
+}
+
+// Controls 31 to 33.
+void ControlWnd::_CreateControls1() {
+    using platform::ApplyRecord;
+    ApplyRecord(Create<Label>("dfText"), records::dfText.view());
+    ApplyRecord(Create<Label>("StaticText5"), records::StaticText5.view());
+    ApplyRecord(Create<PushButton>("PushButton1"), records::PushButton1.view());
+    PushButton1().MouseDown = Delegate(*this, &ControlWnd::PushButton1_MouseDown);
+}
+
+// The fields have no caption of their own; a screen reader speaks these names instead.
+void ControlWnd::NameFieldsForScreenReaders() {
+    struct Spoken {
+        const char* control;
+        const char* name;
+    };
+    static constexpr std::array<Spoken, 10> kSpoken{{
+        {"m1fld", "Mean of sample 1"},
+        {"sd1fld", "Standard deviation of sample 1"},
+        {"n1fld", "N of sample 1, or number of pairs"},
+        {"m2fld", "Mean of sample 2"},
+        {"sd2fld", "Standard deviation of sample 2"},
+        {"n2fld", "N of sample 2"},
+        {"rfld", "Correlation r between the samples"},
+        {"tfld", "t"},
+        {"dfFld", "Degrees of freedom"},
+        {"pfld", "Probability, two-tailed"},
+    }};
+    for (const Spoken& spoken : kSpoken) {
+        platform::RuntimeCheckCast<TextField>(_ControlByName(spoken.control))
+            .AccessibleName(spoken.name);
+    }
+}
+
+// clang-format off
+Label& ControlWnd::n2text() { return platform::RuntimeCheckCast<Label>(_ControlByName("n2text")); }
+TextField& ControlWnd::rfld() { return platform::RuntimeCheckCast<TextField>(_ControlByName("rfld")); }
+GroupBox& ControlWnd::GroupBox2() { return platform::RuntimeCheckCast<GroupBox>(_ControlByName("GroupBox2")); }
+TextField& ControlWnd::m2fld() { return platform::RuntimeCheckCast<TextField>(_ControlByName("m2fld")); }
+TextField& ControlWnd::sd2fld() { return platform::RuntimeCheckCast<TextField>(_ControlByName("sd2fld")); }
+TextField& ControlWnd::n2fld() { return platform::RuntimeCheckCast<TextField>(_ControlByName("n2fld")); }
+Label& ControlWnd::StaticText3() { return platform::RuntimeCheckCast<Label>(_ControlByName("StaticText3")); }
+Label& ControlWnd::StaticText4() { return platform::RuntimeCheckCast<Label>(_ControlByName("StaticText4")); }
+Separator& ControlWnd::Sep2() { return platform::RuntimeCheckCast<Separator>(_ControlByName("Sep2")); }
+Label& ControlWnd::rtext() { return platform::RuntimeCheckCast<Label>(_ControlByName("rtext")); }
+GroupBox& ControlWnd::GroupBox1() { return platform::RuntimeCheckCast<GroupBox>(_ControlByName("GroupBox1")); }
+TextField& ControlWnd::m1fld() { return platform::RuntimeCheckCast<TextField>(_ControlByName("m1fld")); }
+TextField& ControlWnd::sd1fld() { return platform::RuntimeCheckCast<TextField>(_ControlByName("sd1fld")); }
+TextField& ControlWnd::n1fld() { return platform::RuntimeCheckCast<TextField>(_ControlByName("n1fld")); }
+Label& ControlWnd::StaticText1() { return platform::RuntimeCheckCast<Label>(_ControlByName("StaticText1")); }
+Label& ControlWnd::StaticText2() { return platform::RuntimeCheckCast<Label>(_ControlByName("StaticText2")); }
+Label& ControlWnd::StaticText7() { return platform::RuntimeCheckCast<Label>(_ControlByName("StaticText7")); }
+Separator& ControlWnd::Sep1() { return platform::RuntimeCheckCast<Separator>(_ControlByName("Sep1")); }
+Canvas& ControlWnd::HalbrineTitle() { return platform::RuntimeCheckCast<Canvas>(_ControlByName("HalbrineTitle")); }
+PushButton& ControlWnd::CalcBtn() { return platform::RuntimeCheckCast<PushButton>(_ControlByName("CalcBtn")); }
+PushButton& ControlWnd::ClearBtn() { return platform::RuntimeCheckCast<PushButton>(_ControlByName("ClearBtn")); }
+Label& ControlWnd::copyright() { return platform::RuntimeCheckCast<Label>(_ControlByName("copyright")); }
+TextField& ControlWnd::tfld() { return platform::RuntimeCheckCast<TextField>(_ControlByName("tfld")); }
+TextField& ControlWnd::pfld() { return platform::RuntimeCheckCast<TextField>(_ControlByName("pfld")); }
+Label& ControlWnd::dtail() { return platform::RuntimeCheckCast<Label>(_ControlByName("dtail")); }
+RadioButton& ControlWnd::IBtn() { return platform::RuntimeCheckCast<RadioButton>(_ControlByName("IBtn")); }
+RadioButton& ControlWnd::RBtn() { return platform::RuntimeCheckCast<RadioButton>(_ControlByName("RBtn")); }
+GroupBox& ControlWnd::typeBox() { return platform::RuntimeCheckCast<GroupBox>(_ControlByName("typeBox")); }
+Label& ControlWnd::ttext() { return platform::RuntimeCheckCast<Label>(_ControlByName("ttext")); }
+TextField& ControlWnd::dfFld() { return platform::RuntimeCheckCast<TextField>(_ControlByName("dfFld")); }
+Label& ControlWnd::dfText() { return platform::RuntimeCheckCast<Label>(_ControlByName("dfText")); }
+Label& ControlWnd::StaticText5() { return platform::RuntimeCheckCast<Label>(_ControlByName("StaticText5")); }
+PushButton& ControlWnd::PushButton1() { return platform::RuntimeCheckCast<PushButton>(_ControlByName("PushButton1")); }
+// clang-format on
+
+// The item of that name anywhere in the window's bar, cast to its class.
+template <class Item>
+Item& ControlWnd::MenuItemNamed(const std::string& name) const {
+    return platform::RuntimeCheckCast<Item>(platform::NotNil(MenuBar())._Lookup(name));
+}
+
+using platform::AppleMenuItem;
+using platform::MenuItem;
+using platform::QuitMenuItem;
+
+// clang-format off
+MenuItem& ControlWnd::UntitledMenu4() { return MenuItemNamed<MenuItem>("UntitledMenu4"); }
+MenuItem& ControlWnd::WindowMenu() { return MenuItemNamed<MenuItem>("WindowMenu"); }
+AppleMenuItem& ControlWnd::UntitledMenu5() { return MenuItemNamed<AppleMenuItem>("UntitledMenu5"); }
+AppleMenuItem& ControlWnd::AboutHalbrine() { return MenuItemNamed<AppleMenuItem>("AboutHalbrine"); }
+MenuItem& ControlWnd::UntitledMenu6() { return MenuItemNamed<MenuItem>("UntitledMenu6"); }
+MenuItem& ControlWnd::AboutMenuItem() { return MenuItemNamed<MenuItem>("AboutMenuItem"); }
+MenuItem& ControlWnd::ControlMenuItem() { return MenuItemNamed<MenuItem>("ControlMenuItem"); }
+MenuItem& ControlWnd::UntitledMenu0() { return MenuItemNamed<MenuItem>("UntitledMenu0"); }
+MenuItem& ControlWnd::UntitledMenu7() { return MenuItemNamed<MenuItem>("UntitledMenu7"); }
+MenuItem& ControlWnd::EditClear() { return MenuItemNamed<MenuItem>("EditClear"); }
+MenuItem& ControlWnd::EditPaste() { return MenuItemNamed<MenuItem>("EditPaste"); }
+MenuItem& ControlWnd::EditCopy() { return MenuItemNamed<MenuItem>("EditCopy"); }
+MenuItem& ControlWnd::EditCut() { return MenuItemNamed<MenuItem>("EditCut"); }
+MenuItem& ControlWnd::UntitledMenu1() { return MenuItemNamed<MenuItem>("UntitledMenu1"); }
+MenuItem& ControlWnd::EditUndo() { return MenuItemNamed<MenuItem>("EditUndo"); }
+MenuItem& ControlWnd::UntitledMenu2() { return MenuItemNamed<MenuItem>("UntitledMenu2"); }
+MenuItem& ControlWnd::UntitledMenu8() { return MenuItemNamed<MenuItem>("UntitledMenu8"); }
+QuitMenuItem& ControlWnd::FileQuit() { return MenuItemNamed<QuitMenuItem>("FileQuit"); }
+MenuItem& ControlWnd::FilePrint() { return MenuItemNamed<MenuItem>("FilePrint"); }
+MenuItem& ControlWnd::UntitledMenu3() { return MenuItemNamed<MenuItem>("UntitledMenu3"); }
+// clang-format on
+
+// The runtime of this platform keeps no table of implemented events, so the class answers for
+// itself: the six window events it overrides.
+bool ControlWnd::IsEventImplemented(const std::string& name) const {
+    static constexpr std::array<std::string_view, 6> kImplemented{
+        "Layout", "CreateControls", "AddMenuHandlers", "Close", "Activate", "EnableMenuItems"};
+    for (std::string_view event : kImplemented) {
+        if (event == name) {
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace korvane

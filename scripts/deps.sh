@@ -4,7 +4,7 @@
 set -euo pipefail
 
 packages=(cmake ninja-build g++ qt6-base-dev libgl-dev libgtest-dev libbenchmark-dev
-          xvfb xauth imagemagick fonts-dejavu-core clang libclang-rt-14-dev strace valgrind)
+          xvfb xauth xdotool imagemagick fonts-dejavu-core clang libclang-rt-14-dev strace valgrind)
 
 missing=()
 for p in "${packages[@]}"; do

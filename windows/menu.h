@@ -3,24 +3,28 @@
 // on its first call and keeps it for the rest of the run.
 #pragma once
 
+#include <memory>
+#include <string>
+
 #include "platform/qt/menu.h"
 
 namespace korvane {
 
 class Menu : public platform::MenuBar {
-public:
+  public:
     static Menu& Instance();
     // Discards the instance so the next Instance() builds anew: for tests only.
     static void ResetForTests();
 
     void Constructor() override;  // Untitled0 to Untitled4, in that order
 
-private:
+  private:
     void Untitled0();
     void Untitled1();
     void Untitled2();
     void Untitled3();
     void Untitled4();
+    void AddTo(const std::string& menu, std::unique_ptr<platform::MenuItem> item);
 };
 
 }  // namespace korvane

@@ -3,16 +3,19 @@
 // whole run and what the user typed into its text stays.
 #pragma once
 
+#include <cstdint>
+#include <string>
+
 #include "platform/qt/controls.h"
 #include "platform/qt/window.h"
 
 namespace korvane {
 
 class Qwindow : public platform::Window {
-public:
+  public:
     static constexpr const char* kClassName = "Qwindow.Qwindow";
-    static Qwindow& Instance();
-    static void RegisterClass();
+    static Qwindow& Instance();   // the accessor: the living instance, built on first use
+    static void RegisterClass();  // the class table (an initialiser of the run); idempotent
 
     static const platform::ClassInfo& StaticClass();
     const platform::ClassInfo& Class() const override { return StaticClass(); }
@@ -26,7 +29,13 @@ public:
     platform::TextArea& StaticText1();
     platform::Canvas& Canvas1();
 
-private:
+    // Whether this class implements the window event of that name ("Close", "KeyDown", ...).
+    bool IsEventImplemented(const std::string& name) const;
+
+    // The text of StaticText1: the citation, two carriage returns, the attribution and a blank.
+    static const std::string& InformationText();
+
+  private:
     void _CreateControls0();
 };
 

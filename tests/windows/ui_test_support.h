@@ -1,0 +1,114 @@
+// What the window tests share: a fixture that builds the control window on Qt's offscreen
+// platform as a run does, answers MsgBox through a hook, records the platform's log, and drives
+// the real widgets with Qt Test's key and mouse events sent through the window, so that a press
+// lands on whatever widget lies at that point.
+#pragma once
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QPoint>
+#include <QTest>
+#include <QWidget>
+#include <QWindow>
+#include <algorithm>
+#include <exception>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "control/control_wnd.h"
+#include "platform/core/recorder.h"
+#include "platform/qt/runtime.h"
+#include "stats/stats.h"
+#include "windows/about_wnd.h"
+
+namespace korvane::testing {
+
+class UiTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        platform::_RuntimeResetRun();
+        platform::SetUnhandledExceptionHook([this](std::exception_ptr failure) {
+            try {
+                std::rethrow_exception(failure);
+            } catch (const std::exception& e) {
+                failures.push_back(e.what());
+            }
+        });
+        platform::SetMessageBoxHook([this](const std::string& text) { messages.push_back(text); });
+        Globals::btn = 0;
+        platform::recorder::Start();
+    }
+
+    void TearDown() override {
+        platform::recorder::Stop();
+        platform::DestroyAllWindows();
+        platform::SetMessageBoxHook({});
+        platform::SetUnhandledExceptionHook({});
+        platform::_RuntimeResetRun();
+        EXPECT_TRUE(failures.empty()) << "a failure escaped a handler: " << failures.front();
+    }
+
+    // The control window as the user first sees it: built, shown and active, after the about
+    // window has opened the run and given way. That window's timer is stopped, so that it does
+    // not give way once more in mid-test.
+    ControlWnd& Form() {
+        AboutWnd& about = AboutWnd::Instance();
+        about.Timer1().Mode(0);
+        about.Hide();
+        ControlWnd& form = ControlWnd::Instance();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(form.Widget()));
+        return form;
+    }
+
+    static QPoint CentreInWindow(const platform::RectControl& control) {
+        const QWidget* widget = control.Widget();
+        return widget->mapTo(widget->window(), widget->rect().center());
+    }
+
+    static QWindow* Handle(const platform::RectControl& control) {
+        return control.Widget()->window()->windowHandle();
+    }
+
+    // A click at the control's centre, delivered to the window as a user's click would be.
+    static void Click(const platform::RectControl& control) {
+        QTest::mouseClick(Handle(control), Qt::LeftButton, {}, CentreInWindow(control));
+    }
+
+    // The two halves of a click, for what happens between them.
+    static void PressMouse(const platform::RectControl& control) {
+        QTest::mousePress(Handle(control), Qt::LeftButton, {}, CentreInWindow(control));
+    }
+    static void ReleaseMouse(const platform::RectControl& control) {
+        QTest::mouseRelease(Handle(control), Qt::LeftButton, {}, CentreInWindow(control));
+    }
+
+    static void MoveMouseTo(QWindow* window, QPoint at) { QTest::mouseMove(window, at); }
+
+    static QLineEdit* Edit(const platform::TextField& field) {
+        return qobject_cast<QLineEdit*>(field.Widget());
+    }
+
+    // Clicks into the field and types `text` key by key.
+    static void Type(const platform::TextField& field, const std::string& text) {
+        Click(field);
+        QTest::keyClicks(field.Widget(), QString::fromStdString(text));
+    }
+
+    static bool HasFocus(const platform::RectControl& control) {
+        return QApplication::focusWidget() == control.Widget();
+    }
+
+    static std::vector<std::string> Log() { return platform::recorder::Lines(); }
+
+    static long Beeps() {
+        const auto lines = Log();
+        return std::count(lines.begin(), lines.end(), std::string("Beep"));
+    }
+
+    std::vector<std::string> messages;
+    std::vector<std::string> failures;
+};
+
+}  // namespace korvane::testing
