@@ -1,7 +1,12 @@
-// The about window: the banner and an attribution line, shown by its record at start-up. It gives
-// way to the control window after 4000 ms (Timer1), or at once on a key or mouse press in it, and
-// comes back from the about items of the menu. It is hidden, never closed.
+// The about window: the banner and an attribution line on white, in a frame without title or
+// buttons. Start-up builds it and its record shows it. It gives way to the control window when
+// Timer1 fires (once, 4000 ms after the window was built), or at once on a key or mouse press in
+// it: it hides itself and shows the control window. The about items of the menu bring it back.
+// It is hidden, never closed: one instance serves the whole run.
 #pragma once
+
+#include <cstdint>
+#include <string>
 
 #include "platform/qt/controls.h"
 #include "platform/qt/window.h"
@@ -9,8 +14,28 @@
 namespace korvane {
 
 class AboutWnd : public platform::Window {
-public:
+  public:
     static constexpr const char* kClassName = "AboutWnd.AboutWnd";
+    static constexpr const char* kAttribution = "\xC2\xA9 2026 The Korvane developers";
+
+    // The timer as it stands among the window's controls: it knows its window only weakly, so it
+    // does not keep the window alive.
+    class _wrapper_Timer1 : public platform::Timer {
+      public:
+        static const platform::ClassInfo& StaticClass();
+        const platform::ClassInfo& Class() const override { return StaticClass(); }
+
+        void _SetWindow(platform::Window* window);
+        platform::Window* Window() const;  // nil once the window is gone
+        std::int64_t _Index() const { return Index(); }
+        void _SetIndex(std::int64_t index) { SetIndex(index); }
+
+        void Attach(platform::Window& window, const std::string& name) override;
+
+      private:
+        platform::WeakRef ownerWindow;
+    };
+
     static AboutWnd& Instance();  // the accessor: the living instance, built on first use
     static void RegisterClass();  // the class table (an initialiser of the run)
 
@@ -20,16 +45,16 @@ public:
     void Layout() override;
     void CreateControls() override;
     void AddMenuHandlers() override;
-    bool Event_KeyDown(const std::string& key) override;
-    bool Event_MouseDown(std::int64_t x, std::int64_t y) override;
+    bool Event_KeyDown(const std::string& key) override;            // every key; always false
+    bool Event_MouseDown(std::int64_t x, std::int64_t y) override;  // anywhere; always false
 
     platform::Label& StaticText5();
     platform::Canvas& Canvas1();
     platform::Timer& Timer1();
     void Timer1_Action(platform::Timer& timer);
-    bool _AboutMenuItem_Action();
+    bool _AboutMenuItem_Action();  // shows the window again; false
 
-private:
+  private:
     void _CreateControls0();
 };
 

@@ -21,8 +21,9 @@ void RuntimeRegisterFileType(const std::string& name, const std::string& creator
 
 void RuntimeDeregisterFileType(const std::string& name) {
     auto& registry = Registry();
-    auto found = std::find_if(registry.begin(), registry.end(),
-                              [&](const FileTypeRegistration& entry) { return entry.name == name; });
+    auto found =
+        std::find_if(registry.begin(), registry.end(),
+                     [&](const FileTypeRegistration& entry) { return entry.name == name; });
     if (found != registry.end()) {
         registry.erase(found);
     }

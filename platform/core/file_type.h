@@ -26,10 +26,10 @@ void RuntimeRegisterFileType(const std::string& name, const std::string& creator
 // Takes back the oldest registration of that name; a name never registered changes nothing.
 void RuntimeDeregisterFileType(const std::string& name);
 const std::vector<FileTypeRegistration>& RegisteredFileTypes();  // in registration order
-void ClearFileTypeRegistry();  // between tests
+void ClearFileTypeRegistry();                                    // between tests
 
 class FileType : public Object {
-public:
+  public:
     static const ClassInfo& StaticClass();
     const ClassInfo& Class() const override { return StaticClass(); }
 
@@ -58,7 +58,7 @@ public:
     // Registers the type, then gives its Name.
     explicit operator std::string();
 
-private:
+  private:
     void Assign(std::string& field, const std::string& value);
 
     std::string name_, extensions_, macType_, macCreator_, mimeType_, conformsTo_, uti_;

@@ -1,0 +1,115 @@
+#!/usr/bin/env bash
+# The real-window run: Korvane under Xvfb from start to exit, driven from outside as a user would.
+# The about window comes up first; a click on it brings up the calculator; one calculation of
+# independent means fills the result column; closing the calculator ends the run with status 0.
+#   bash scripts/smoke.sh [program] [close helper]
+# Screenshots go to $SMOKE_OUT (a new temporary folder if unset). Exits 77, which CTest counts as
+# skipped, where xvfb-run or xdotool is missing.
+set -euo pipefail
+
+if [ "${1:-}" != "--under-xvfb" ]; then
+    self=$(realpath "$0")
+    cd "$(dirname "$self")/.."
+    program=$(realpath "${1:-build/app/korvane}")
+    closer=$(realpath "${2:-build/tests/app/x_close_window}")
+    for tool in xvfb-run xdotool import convert; do
+        if ! command -v "$tool" >/dev/null; then
+            echo "smoke: $tool is not installed, so the real-window run is skipped"
+            exit 77
+        fi
+    done
+    exec xvfb-run -a -s "-screen 0 1280x1024x24" bash "$self" --under-xvfb "$program" "$closer"
+fi
+program=$2
+closer=$3
+out=${SMOKE_OUT:-$(mktemp -d)}
+mkdir -p "$out"
+
+fail() {
+    echo "smoke: $*" >&2
+    echo "smoke: screenshots and the program's output are in $out" >&2
+    kill "$pid" 2>/dev/null || true
+    exit 1
+}
+
+# Polls until the command prints something (at most ten seconds) and echoes what it printed.
+wait_for() {
+    local found
+    for _ in $(seq 100); do
+        found=$("$@" 2>/dev/null || true)
+        if [ -n "$found" ]; then
+            echo "$found"
+            return 0
+        fi
+        sleep 0.1
+    done
+    return 1
+}
+
+visible_windows() { xdotool search --onlyvisible --pid "$pid" 2>/dev/null || true; }
+window_size() { xdotool getwindowgeometry "$1" | awk '/Geometry:/ {print $2}'; }
+
+# The visible window of that size (e.g. 500x200), if there is one.
+window_of_size() {
+    local id
+    for id in $(visible_windows); do
+        if [ "$(window_size "$id")" = "$1" ]; then
+            echo "$id"
+        fi
+    done
+}
+
+# The share of pixels in a window's region (x y width height) that are not white, in percent.
+ink_percent() {
+    convert "$1" -crop "$4x$5+$2+$3" +repage -fuzz 8% -fill black +opaque white -negate \
+        -format "%[fx:round(100*mean)]" info:
+}
+
+click() {  # window x y, in the window's own coordinates
+    xdotool mousemove --window "$1" "$2" "$3" click 1
+    sleep 0.2
+}
+
+"$program" >"$out/program.log" 2>&1 &
+pid=$!
+
+about=$(wait_for window_of_size 500x200) || fail "the about window did not come up"
+import -window "$about" "$out/1-about.png"
+[ "$(visible_windows | wc -l)" -eq 1 ] || fail "another window is up beside the about window"
+
+click "$about" 250 20
+calculator=$(wait_for xdotool search --onlyvisible --pid "$pid" --name '^Korvane$') ||
+    fail "the calculator did not come up after a click on the about window"
+[ -z "$(window_of_size 500x200)" ] || fail "the about window stayed up"
+
+# The content is 500 x 400 below the menu bar.
+size=$(window_size "$calculator")
+top=$((${size#*x} - 400))
+import -window "$calculator" "$out/2-calculator.png"
+[ "$(ink_percent "$out/2-calculator.png" 369 $((top + 192)) 80 117)" -eq 0 ] ||
+    fail "the result column shows something before any calculation"
+
+click "$calculator" 98 $((top + 139))  # Independent Means
+for entry in "92 203 5" "92 248 1" "92 298 10" "253 203 6" "253 248 1" "253 298 10"; do
+    read -r x y text <<<"$entry"
+    click "$calculator" "$x" $((top + y))
+    xdotool type --delay 50 "$text"
+done
+click "$calculator" 61 $((top + 375))  # Calculate
+import -window "$calculator" "$out/3-result.png"
+[ "$(ink_percent "$out/3-result.png" 369 $((top + 192)) 80 117)" -ge 3 ] ||
+    fail "the result column stayed empty after Calculate"
+
+"$closer" "$calculator"
+for _ in $(seq 100); do
+    kill -0 "$pid" 2>/dev/null || break
+    sleep 0.1
+done
+kill -0 "$pid" 2>/dev/null && fail "the program still runs after its window was closed"
+status=0
+wait "$pid" || status=$?
+[ "$status" -eq 0 ] || fail "the program ended with status $status"
+if grep -q "Korvane:" "$out/program.log"; then
+    fail "the program reported a fault: $(grep "Korvane:" "$out/program.log")"
+fi
+echo "smoke: about window, calculator, one calculation, closed with status 0 ($out)"
