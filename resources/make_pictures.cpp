@@ -1,6 +1,7 @@
 // Draws the two pictures of the application's resources:
 //   tlarge.png    488 x 73: the title banner of the about and control windows
 //   tformula.png  282 x 216: the two t statistics the program computes
+// and of each an @2x variant at twice the pixels, for dense screens.
 // Run: QT_QPA_PLATFORM=offscreen make_pictures <output folder>  (the make_pictures target does it)
 //
 // The formulas are set by a small box layout: every piece knows its width and its height above
@@ -225,7 +226,15 @@ std::vector<BoxPtr> FormulaLines(const Style& s) {
                  Note(s, "   N: number of pairs")})};
 }
 
-QImage Formula() {
+// A white picture of the given size in points, with `scale` pixels to the point: 2 draws the
+// @2x variant that dense screens show sharp.
+QImage Blank(int width, int height, int scale) {
+    QImage image(width * scale, height * scale, QImage::Format_ARGB32);
+    image.fill(Qt::white);
+    return image;
+}
+
+QImage Formula(int scale) {
     const int width = 282, height = 216, margin = 6;
     // The largest text size at which every line fits the width and the lines fit the height.
     Style style{15};
@@ -246,9 +255,9 @@ QImage Formula() {
             break;
         }
     }
-    QImage image(width, height, QImage::Format_ARGB32);
-    image.fill(Qt::white);
+    QImage image = Blank(width, height, scale);
     QPainter p(&image);
+    p.scale(scale, scale);
     p.setRenderHint(QPainter::Antialiasing);
     p.setRenderHint(QPainter::TextAntialiasing);
     const double gap = style.size * 0.45;
@@ -300,11 +309,11 @@ void DrawCurve(QPainter& p, QRectF area) {
     p.drawLine(QPointF(area.left(), area.bottom()), QPointF(area.right(), area.bottom()));
 }
 
-QImage Banner() {
+QImage Banner(int scale) {
     const int width = 488, height = 73;
-    QImage image(width, height, QImage::Format_ARGB32);
-    image.fill(Qt::white);
+    QImage image = Blank(width, height, scale);
     QPainter p(&image);
+    p.scale(scale, scale);
     p.setRenderHint(QPainter::Antialiasing);
     p.setRenderHint(QPainter::TextAntialiasing);
     DrawCurve(p, QRectF(22, 14, 92, 44));
@@ -341,7 +350,8 @@ int main(int argc, char** argv) {
     }
     const QString folder = QString::fromLocal8Bit(argv[1]);
     const bool saved =
-        Banner().save(folder + "/tlarge.png") && Formula().save(folder + "/tformula.png");
+        Banner(1).save(folder + "/tlarge.png") && Banner(2).save(folder + "/tlarge@2x.png") &&
+        Formula(1).save(folder + "/tformula.png") && Formula(2).save(folder + "/tformula@2x.png");
     if (!saved) {
         std::fprintf(stderr, "make_pictures: cannot write the pictures to %s\n", argv[1]);
         return 1;

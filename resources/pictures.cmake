@@ -1,4 +1,5 @@
-# The two pictures of the application's resources. Included by windows/CMakeLists.txt; an
+# The pictures of the application's resources (with their @2x variants for dense screens, and the
+# window icon). Included by windows/CMakeLists.txt; an
 # install rule can include it too and use KORVANE_PICTURE_FILES.
 #
 #   korvane_pictures  copies the committed PNGs to <build>/app/resources, beside the program
@@ -7,7 +8,10 @@ include_guard(GLOBAL)
 
 set(KORVANE_PICTURE_FILES
     ${CMAKE_CURRENT_LIST_DIR}/tformula.png
+    ${CMAKE_CURRENT_LIST_DIR}/tformula@2x.png
     ${CMAKE_CURRENT_LIST_DIR}/tlarge.png
+    ${CMAKE_CURRENT_LIST_DIR}/tlarge@2x.png
+    ${CMAKE_CURRENT_LIST_DIR}/korvane-256.png
 )
 
 set(_korvane_picture_dir ${PROJECT_BINARY_DIR}/app/resources)

@@ -7,6 +7,8 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <algorithm>
+#include <cmath>
+#include <filesystem>
 #include <functional>
 #include <vector>
 
@@ -575,10 +577,23 @@ const ClassInfo& Picture::StaticClass() {
     return info;
 }
 
+// On a dense screen the "@2x" variant of a picture (tlarge@2x.png beside tlarge.png) is shown
+// at the same size in points, so it stays sharp; without one the picture is scaled up.
+static bool LoadSharpest(QImage& image, const std::filesystem::path& path) {
+    if (qApp != nullptr && qApp->devicePixelRatio() > 1.0) {
+        auto dense = path;
+        dense.replace_filename(path.stem().string() + "@2x" + path.extension().string());
+        if (image.load(QString::fromStdString(dense.string()))) {
+            image.setDevicePixelRatio(2.0);
+            return true;
+        }
+    }
+    return image.load(QString::fromStdString(path.string()));
+}
+
 std::unique_ptr<Picture> Picture::_OpenFromApp(const std::string& name) {
-    const auto path = ResourceDirectory() / name;
     QImage image;
-    if (name.empty() || !image.load(QString::fromStdString(path.string()))) {
+    if (name.empty() || !LoadSharpest(image, ResourceDirectory() / name)) {
         return nullptr;  // missing or unreadable: the canvas stays empty
     }
     std::unique_ptr<Picture> picture(new Picture());
@@ -587,11 +602,11 @@ std::unique_ptr<Picture> Picture::_OpenFromApp(const std::string& name) {
 }
 
 std::int64_t Picture::Width() const {
-    return impl_->image.width();
+    return std::lround(impl_->image.deviceIndependentSize().width());
 }
 
 std::int64_t Picture::Height() const {
-    return impl_->image.height();
+    return std::lround(impl_->image.deviceIndependentSize().height());
 }
 
 }  // namespace platform

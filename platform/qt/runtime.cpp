@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QGuiApplication>
+#include <QIcon>
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QTimer>
@@ -13,6 +14,7 @@
 
 #include "platform/core/object.h"
 #include "platform/core/recorder.h"
+#include "platform/qt/fault_injection.h"
 #include "platform/qt/qt_support.h"
 #include "platform/qt/window.h"
 
@@ -199,6 +201,13 @@ void RuntimeInit() {
     // close must never end it behind the system's back.
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setApplicationName(QStringLiteral("Korvane"));
+    // Ties the windows to the installed menu entry (korvane.desktop), which is how a Wayland
+    // desktop finds their icon; the icon itself comes from the theme once installed, else from
+    // the resources beside the program.
+    QGuiApplication::setDesktopFileName(QStringLiteral("korvane"));
+    const auto icon = ResourceDirectory() / "korvane-256.png";
+    QApplication::setWindowIcon(
+        QIcon::fromTheme(QStringLiteral("korvane"), QIcon(QString::fromStdString(icon.string()))));
 }
 
 void RuntimePerformInitializers(std::span<const Initializer> table) {
@@ -304,6 +313,7 @@ void _UITrap() {
     if (!qt::OnMainThread()) {
         throw ThreadAccessingUIException(kThreadAccessingUIMessage);
     }
+    _CountUIOperation();  // a test's injected fault, if one is armed for this operation
 }
 
 void MsgBox(const std::string& text) {
