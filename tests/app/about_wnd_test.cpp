@@ -77,7 +77,7 @@ TEST_F(AboutWindowTest, StartUpBuildsAnUntitledFixedWindowThatShowsItselfWithNoS
     EXPECT_EQ(ControlWindow(), nullptr);
 }
 
-TEST_F(AboutWindowTest, TheAttributionAndTheBannerStandWhereTheirRecordsPutThem) {
+TEST_F(AboutWindowTest, TheAttributionBannerAndFourSecondTimerAreBuiltFromTheirRecords) {
     AboutWnd& about = AboutWnd::Instance();
 
     ASSERT_EQ(about.ControlCount(), 3u);
@@ -90,11 +90,8 @@ TEST_F(AboutWindowTest, TheAttributionAndTheBannerStandWhereTheirRecordsPutThem)
     EXPECT_EQ(about.Canvas1().Widget()->geometry(), QRect(5, 40, 490, 76));
     EXPECT_EQ(about.Canvas1().Backdrop(), korvane::tlarge());
     EXPECT_NE(about.Canvas1().Backdrop(), nullptr);
-}
 
-TEST_F(AboutWindowTest, TheTimerIsArmedForFourSecondsWhileTheWindowIsBuilt) {
-    AboutWnd& about = AboutWnd::Instance();
-
+    // The timer is armed for four seconds while the window is built.
     auto& timer = dynamic_cast<AboutWnd::_wrapper_Timer1&>(about.Timer1());
     EXPECT_EQ(timer.Period(), 4000);
     EXPECT_EQ(timer.Mode(), 1);

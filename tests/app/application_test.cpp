@@ -24,7 +24,7 @@ class ApplicationObjectTest : public testing::Test {
     }
 };
 
-TEST_F(ApplicationObjectTest, StartUpRegistersAKorvaneWithItsVersionDataAndItsReadings) {
+TEST_F(ApplicationObjectTest, StartUpRegistersAKorvaneWithItsVersionDataItsMenuBarAndNoWindowYet) {
     korvane::_NewAppInstance();
 
     auto* app = dynamic_cast<korvane::Korvane*>(platform::getAppObject());
@@ -41,17 +41,11 @@ TEST_F(ApplicationObjectTest, StartUpRegistersAKorvaneWithItsVersionDataAndItsRe
     EXPECT_EQ(app->Copyright(), app->LongVersion());
     EXPECT_EQ(app->Version(), "4.0");
     EXPECT_EQ(app->Description(), "Korvane");
-}
 
-TEST_F(ApplicationObjectTest, TheDefaultMenuBarIsTheOneMenuAndNoWindowExistsYet) {
-    korvane::_NewAppInstance();
-    EXPECT_EQ(platform::NotNil(platform::getAppObject()).MenuBar(), &korvane::Menu::Instance());
+    EXPECT_EQ(app->MenuBar(), &korvane::Menu::Instance());
     EXPECT_EQ(platform::_GetImplicitWindow(korvane::AboutWnd::kClassName), nullptr);
     EXPECT_EQ(platform::_GetImplicitWindow(korvane::ControlWnd::kClassName), nullptr);
-}
-
-TEST_F(ApplicationObjectTest, TheApplicationObjectHearsOfAppearanceChanges) {
-    korvane::_NewAppInstance();
+    // The application object hears of appearance changes.
     const auto& clients = korvane::_MacOSDistributedNotifications::dispatchTo();
     ASSERT_FALSE(clients.empty());
     EXPECT_EQ(clients.back().Value(), platform::getAppObject());

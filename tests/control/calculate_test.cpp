@@ -94,6 +94,11 @@ Entries Related(const char* m1, const char* m2, const char* sd1, const char* sd2
             {"sd2fld", sd2}, {"n1fld", n},  {"rfld", r}};
 }
 
+Entries operator+(Entries entries, const Entries& more) {
+    entries.insert(entries.end(), more.begin(), more.end());
+    return entries;
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Examples, ExampleTest,
     ::testing::Values(
@@ -121,23 +126,11 @@ INSTANTIATE_TEST_SUITE_P(
         Example{"EqualMeansShowAZeroT", Choice::Independent,
                 Independent("5", "5", "1", "1", "2", "2"), "+.000", "2", "1.0000"},
         Example{"IndependentIgnoresAHiddenCorrelation", Choice::Independent,
-                Entries{{"rfld", "7"},
-                        {"m1fld", "10"},
-                        {"m2fld", "8"},
-                        {"sd1fld", "2"},
-                        {"sd2fld", "3"},
-                        {"n1fld", "10"},
-                        {"n2fld", "12"}},
-                "+1.798", "20", ".0873"},
+                Independent("10", "8", "2", "3", "10", "12") + Entries{{"rfld", "7"}}, "+1.798",
+                "20", ".0873"},
         Example{"RelatedIgnoresAHiddenNOfSample2", Choice::Related,
-                Entries{{"n2fld", "1"},
-                        {"m1fld", "10"},
-                        {"m2fld", "8"},
-                        {"sd1fld", "2"},
-                        {"sd2fld", "3"},
-                        {"n1fld", "10"},
-                        {"rfld", ".5"}},
-                "+2.390", "9", ".0405"}),
+                Related("10", "8", "2", "3", "10", ".5") + Entries{{"n2fld", "1"}}, "+2.390", "9",
+                ".0405"}),
     [](const ::testing::TestParamInfo<Example>& info) { return std::string(info.param.name); });
 
 struct Refusal {

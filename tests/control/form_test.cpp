@@ -92,8 +92,10 @@ TEST_F(FormTest, RfldAndN2fldShareOnePlaceUnderDifferentParents) {
     EXPECT_EQ(form.rtext().Widget()->parentWidget(), form.GroupBox2().Widget());
 }
 
-TEST_F(FormTest, CaptionsAndLabelsCarryTheirTexts) {
+TEST_F(FormTest, CaptionsAndLabelsCarryTheirTextsAndAllThreeButtonsAreDefault) {
     ControlWnd& form = Form();
+    EXPECT_TRUE(form.CalcBtn().Default() && form.ClearBtn().Default() &&
+                form.PushButton1().Default());
     EXPECT_EQ(form.CalcBtn().Caption(), "Calculate");
     EXPECT_EQ(form.ClearBtn().Caption(), "Clear");
     EXPECT_EQ(form.PushButton1().Caption(), "?");
@@ -102,30 +104,19 @@ TEST_F(FormTest, CaptionsAndLabelsCarryTheirTexts) {
     EXPECT_EQ(form.GroupBox1().Caption(), "Sample 1");
     EXPECT_EQ(form.GroupBox2().Caption(), "Sample 2");
     EXPECT_EQ(form.typeBox().Caption(), "");
-    const std::map<std::string, std::string> labels{{"StaticText1", "Mean"},
-                                                    {"StaticText2", "Standard Deviation"},
-                                                    {"StaticText3", "Mean"},
-                                                    {"StaticText4", "Standard Deviation"},
-                                                    {"StaticText7", "N"},
-                                                    {"n2text", "N"},
-                                                    {"rtext", "r"},
-                                                    {"ttext", "t"},
-                                                    {"dfText", "df"},
-                                                    {"dtail", "two-tailed"},
-                                                    {"StaticText5", "Untitled"}};
+    // clang-format off
+    const std::map<std::string, std::string> labels{
+        {"StaticText1", "Mean"}, {"StaticText2", "Standard Deviation"}, {"StaticText3", "Mean"},
+        {"StaticText4", "Standard Deviation"}, {"StaticText7", "N"}, {"n2text", "N"},
+        {"rtext", "r"}, {"ttext", "t"}, {"dfText", "df"}, {"dtail", "two-tailed"},
+        {"StaticText5", "Untitled"}};
+    // clang-format on
     for (const auto& [name, text] : labels) {
         EXPECT_EQ(platform::RuntimeCheckCast<platform::Label>(form._ControlByName(name)).Value(),
                   text)
             << name;
     }
     EXPECT_NE(form.copyright().Value().find("\u00A9"), std::string::npos);
-}
-
-TEST_F(FormTest, AllThreeButtonsAreDefaultButtons) {
-    ControlWnd& form = Form();
-    EXPECT_TRUE(form.CalcBtn().Default());
-    EXPECT_TRUE(form.ClearBtn().Default());
-    EXPECT_TRUE(form.PushButton1().Default());
 }
 
 TEST_F(FormTest, FieldsCarrySpokenNamesForScreenReaders) {

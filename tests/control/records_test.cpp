@@ -119,9 +119,8 @@ std::vector<Applied> Decode(std::string_view record, bool valueIsFlag = false) {
     return applied;
 }
 
-template <bool Flag = false>
 std::vector<Applied> Read(std::string_view record) {
-    return Decode(record, Flag);
+    return Decode(record);
 }
 
 std::vector<std::string> Names(const std::vector<Applied>& applied) {
@@ -141,18 +140,15 @@ std::map<std::string, PropertyValue> Values(const std::vector<Applied>& applied)
 
 using Named = std::pair<const char*, std::string_view>;
 
-const std::vector<Named> kLabels{{"n2text", records::n2text.view()},
-                                 {"StaticText3", records::StaticText3.view()},
-                                 {"StaticText4", records::StaticText4.view()},
-                                 {"rtext", records::rtext.view()},
-                                 {"StaticText1", records::StaticText1.view()},
-                                 {"StaticText2", records::StaticText2.view()},
-                                 {"StaticText7", records::StaticText7.view()},
-                                 {"copyright", records::copyright.view()},
-                                 {"dtail", records::dtail.view()},
-                                 {"ttext", records::ttext.view()},
-                                 {"dfText", records::dfText.view()},
-                                 {"StaticText5", records::StaticText5.view()}};
+// clang-format off
+const std::vector<Named> kLabels{
+    {"n2text", records::n2text.view()}, {"StaticText3", records::StaticText3.view()},
+    {"StaticText4", records::StaticText4.view()}, {"rtext", records::rtext.view()},
+    {"StaticText1", records::StaticText1.view()}, {"StaticText2", records::StaticText2.view()},
+    {"StaticText7", records::StaticText7.view()}, {"copyright", records::copyright.view()},
+    {"dtail", records::dtail.view()}, {"ttext", records::ttext.view()},
+    {"dfText", records::dfText.view()}, {"StaticText5", records::StaticText5.view()}};
+// clang-format on
 const std::vector<Named> kTextFields{
     {"rfld", records::rfld.view()},     {"m2fld", records::m2fld.view()},
     {"sd2fld", records::sd2fld.view()}, {"n2fld", records::n2fld.view()},
@@ -207,7 +203,7 @@ TEST(ControlRecordsTest, EachClassStoresItsPropertiesInItsOwnOrder) {
                 "Enabled Tooltip Transparent Visible FontName FontSize FontUnit Bold Italic "
                 "Underline InitialParent");
     for (const auto& [name, record] : kRadioButtons) {
-        EXPECT_EQ(Names(Read<true>(record)),
+        EXPECT_EQ(Names(Decode(record, true)),
                   Words("Name Index Left Top Width Height LockLeft LockTop LockRight LockBottom "
                         "TabIndex TabPanelIndex TabStop AllowAutoDeactivate Caption Enabled "
                         "Tooltip Transparent Visible FontName FontSize FontUnit Bold Italic "
@@ -278,18 +274,14 @@ TEST(ControlRecordsTest, LabelsDifferInColourSizeBoldnessAndAlignment) {
         std::int64_t alignment;
     };
     const Style red{0xCC0000, 12, 0, 2};
-    const std::map<std::string, Style> expected{{"n2text", red},
-                                                {"rtext", red},
-                                                {"StaticText1", red},
-                                                {"StaticText2", red},
-                                                {"StaticText3", red},
-                                                {"StaticText4", red},
-                                                {"StaticText7", red},
-                                                {"copyright", {0x808080, 10, 0, 2}},
-                                                {"dtail", {0x777777, 12, 0, 2}},
-                                                {"ttext", {0x999999, 12, 1, 2}},
-                                                {"dfText", {0x999999, 12, 1, 2}},
-                                                {"StaticText5", {0xFFFFFF, 0, 1, 0}}};
+    // clang-format off
+    const std::map<std::string, Style> expected{
+        {"n2text", red}, {"rtext", red}, {"StaticText1", red}, {"StaticText2", red},
+        {"StaticText3", red}, {"StaticText4", red}, {"StaticText7", red},
+        {"copyright", {0x808080, 10, 0, 2}}, {"dtail", {0x777777, 12, 0, 2}},
+        {"ttext", {0x999999, 12, 1, 2}}, {"dfText", {0x999999, 12, 1, 2}},
+        {"StaticText5", {0xFFFFFF, 0, 1, 0}}};
+    // clang-format on
     for (const auto& [name, record] : kLabels) {
         auto values = Values(Read(record));
         const Style& style = expected.at(name);
@@ -329,8 +321,8 @@ TEST(ControlRecordsTest, OnlyTheFirstPanelTheSeparatorsAndTheRadioButtonsAreUnlo
         }
     }
     for (const auto& [name, record] : kRadioButtons) {
-        EXPECT_FALSE(std::get<bool>(Values(Read<true>(record))["LockTop"])) << name;
-        EXPECT_FALSE(std::get<bool>(Values(Read<true>(record))["Value"])) << name;
+        EXPECT_FALSE(std::get<bool>(Values(Decode(record, true))["LockTop"])) << name;
+        EXPECT_FALSE(std::get<bool>(Values(Decode(record, true))["Value"])) << name;
     }
     for (const auto& [name, record] : {Named{"GroupBox2", records::GroupBox2.view()},
                                        Named{"typeBox", records::typeBox.view()}}) {

@@ -62,16 +62,16 @@ class TestChoiceTest : public UiTest {
     ControlWnd* form = nullptr;
 };
 
-TEST_F(TestChoiceTest, IndependentFromNoLayoutShowsTheEntriesWithNOfSample2AndFocusesMean1) {
+TEST_F(TestChoiceTest, EachTestShowsItsEntriesChecksItsButtonAndFocusesMean1) {
+    // Independent shows N of sample 2; Related shows the correlation, enabled, in its place.
     Click(form->IBtn());
     EXPECT_EQ(Globals::btn, 1);
     EXPECT_EQ(Seen(), Union({kAlwaysShown, kCommonEntry, kIndependentOnly}));
     EXPECT_TRUE(HasFocus(form->m1fld()));
     EXPECT_TRUE(form->IBtn().Value());
     EXPECT_FALSE(form->RBtn().Value());
-}
 
-TEST_F(TestChoiceTest, RelatedShowsTheCorrelationInPlaceOfNOfSample2) {
+    Click(form->sd2fld());
     Click(form->RBtn());
     EXPECT_EQ(Globals::btn, 2);
     EXPECT_EQ(Seen(), Union({kAlwaysShown, kCommonEntry, kRelatedOnly}));
@@ -139,46 +139,18 @@ TEST_F(TestChoiceTest, ClearWritesItsFortyStepsInOrder) {
     Click(form->IBtn());
     platform::recorder::Start();
     Click(form->ClearBtn());
-    const std::vector<std::string> expected{"rfld.Visible=0",
-                                            "rfld.Enabled=0",
-                                            "tfld.Enabled=0",
-                                            "tfld.Visible=0",
-                                            "pfld.Enabled=0",
-                                            "pfld.Visible=0",
-                                            "dtail.Visible=0",
-                                            "rtext.Visible=0",
-                                            "ttext.Visible=0",
-                                            "RBtn.Value=0",
-                                            "IBtn.Value=0",
-                                            "dfFld.Visible=0",
-                                            "dfFld.Enabled=0",
-                                            "dfText.Visible=0",
-                                            "dfText.Enabled=0",
-                                            "dfFld.Text=",
-                                            "m1fld.Text=",
-                                            "m2fld.Text=",
-                                            "sd1fld.Text=",
-                                            "sd2fld.Text=",
-                                            "n1fld.Text=",
-                                            "n2fld.Text=",
-                                            "rfld.Text=",
-                                            "GroupBox1.Visible=0",
-                                            "GroupBox2.Visible=0",
-                                            "m1fld.Visible=0",
-                                            "StaticText1.Visible=0",
-                                            "sd1fld.Visible=0",
-                                            "StaticText2.Visible=0",
-                                            "n1fld.Visible=0",
-                                            "StaticText7.Visible=0",
-                                            "m2fld.Visible=0",
-                                            "StaticText3.Visible=0",
-                                            "sd2fld.Visible=0",
-                                            "StaticText4.Visible=0",
-                                            "n2fld.Visible=0",
-                                            "n2text.Visible=0",
-                                            "Sep1.Visible=0",
-                                            "Sep2.Visible=0",
-                                            "typeBox.SetFocus"};
+    // clang-format off
+    const std::vector<std::string> expected{
+        "rfld.Visible=0", "rfld.Enabled=0", "tfld.Enabled=0", "tfld.Visible=0", "pfld.Enabled=0",
+        "pfld.Visible=0", "dtail.Visible=0", "rtext.Visible=0", "ttext.Visible=0", "RBtn.Value=0",
+        "IBtn.Value=0", "dfFld.Visible=0", "dfFld.Enabled=0", "dfText.Visible=0",
+        "dfText.Enabled=0", "dfFld.Text=", "m1fld.Text=", "m2fld.Text=", "sd1fld.Text=",
+        "sd2fld.Text=", "n1fld.Text=", "n2fld.Text=", "rfld.Text=", "GroupBox1.Visible=0",
+        "GroupBox2.Visible=0", "m1fld.Visible=0", "StaticText1.Visible=0", "sd1fld.Visible=0",
+        "StaticText2.Visible=0", "n1fld.Visible=0", "StaticText7.Visible=0", "m2fld.Visible=0",
+        "StaticText3.Visible=0", "sd2fld.Visible=0", "StaticText4.Visible=0", "n2fld.Visible=0",
+        "n2text.Visible=0", "Sep1.Visible=0", "Sep2.Visible=0", "typeBox.SetFocus"};
+    // clang-format on
     EXPECT_EQ(Log(), expected);
 }
 
@@ -204,6 +176,10 @@ TEST_F(TestChoiceTest, ClearHidesAllButKeepsTAndPTextAndDisablesTheCorrelation) 
         EXPECT_EQ(platform::RuntimeCheckCast<platform::TextField>(&Control(field)).Text(), "")
             << field;
     }
+
+    Click(form->RBtn());  // a test chosen after Clear shows empty fields and no result
+    EXPECT_EQ(Seen(), Union({kAlwaysShown, kCommonEntry, kRelatedOnly}));
+    EXPECT_EQ(form->m1fld().Text(), "");
 }
 
 TEST_F(TestChoiceTest, ClearAtStartOnlyDisablesTheCorrelationAndRelatedEnablesItAgain) {
@@ -213,17 +189,6 @@ TEST_F(TestChoiceTest, ClearAtStartOnlyDisablesTheCorrelationAndRelatedEnablesIt
     Click(form->RBtn());
     EXPECT_TRUE(form->rfld().Enabled());
     EXPECT_TRUE(form->rfld().Widget()->isVisible());
-}
-
-TEST_F(TestChoiceTest, AfterClearATestShowsEmptyFieldsAndNoResult) {
-    Click(form->IBtn());
-    FillIndependentExample();
-    Click(form->CalcBtn());
-    Click(form->ClearBtn());
-    Click(form->RBtn());
-    EXPECT_EQ(Seen(), Union({kAlwaysShown, kCommonEntry, kRelatedOnly}));
-    EXPECT_EQ(form->m1fld().Text(), "");
-    EXPECT_EQ(form->n1fld().Text(), "");
 }
 
 // Clear leaves btn as it was, so Calculate goes on to the checks on the hidden, empty fields.

@@ -13,7 +13,7 @@ namespace {
 using platform::NilObjectException;
 using platform::RuntimeException;
 
-TEST(Failure, RaiseNilObjectException) {
+TEST(Failure, RaiseNilObjectExceptionAndNotNilOfNil) {
     try {
         platform::RaiseNilObjectException();
         ADD_FAILURE() << "nothing was raised";
@@ -22,9 +22,6 @@ TEST(Failure, RaiseNilObjectException) {
         EXPECT_NE(dynamic_cast<const NilObjectException*>(&e), nullptr);
         EXPECT_EQ(e.Message(), "A nil object was used.");
     }
-}
-
-TEST(Failure, NotNil) {
     int value = 3;
     EXPECT_EQ(&platform::NotNil(&value), &value);
     EXPECT_THROW(platform::NotNil(static_cast<int*>(nullptr)), NilObjectException);

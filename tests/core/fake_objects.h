@@ -1,7 +1,8 @@
-// Small stand-ins for the platform's controls: FakeControl declares a property of every record
-// form; FakeLabel and FakeRadio derive from it and redeclare `Value` as a string and a boolean,
-// as the real label and radio button do. Every setter logs its property's name, so a test sees
-// which setters ran and in what order.
+// Small stand-ins for the platform's controls: FakeControl declares a property
+// of every record form; FakeLabel and FakeRadio derive from it and redeclare
+// `Value` as a string and a boolean, as the real label and radio button do.
+// Every setter logs its property's name, so a test sees which setters ran and
+// in what order.
 #pragma once
 
 #include <cstdint>
@@ -51,64 +52,36 @@ class FakeControl : public platform::Object {
     }
     const ClassInfo& Class() const override { return StaticClass(); }
 
-    void SetLeft(std::int64_t v) {
-        Log("Left");
-        state.left = v;
+#define FAKE_SETTER(Name, field, Type) \
+    void Set##Name(Type v) {           \
+        Log(#Name);                    \
+        state.field = v;               \
     }
-    void SetTop(std::int64_t v) {
-        Log("Top");
-        state.top = v;
-    }
-    void SetIndex(std::int64_t v) {
-        Log("Index");
-        state.index = v;
-    }
+    FAKE_SETTER(Left, left, std::int64_t)
+    FAKE_SETTER(Top, top, std::int64_t)
+    FAKE_SETTER(Index, index, std::int64_t)
+    FAKE_SETTER(Enabled, enabled, bool)
+    FAKE_SETTER(MultiLine, multi_line, bool)
+    FAKE_SETTER(FontUnit, font_unit, std::uint8_t)
+    FAKE_SETTER(TextColor, text_color, Colour)
+    FAKE_SETTER(BackgroundColor, background_color, Colour)
+    FAKE_SETTER(FontSize, font_size, float)
+    FAKE_SETTER(LineSpacing, line_spacing, double)
+    FAKE_SETTER(Text, text, const std::string&)
+    FAKE_SETTER(Caption, caption, const std::string&)
+#undef FAKE_SETTER
     void SetValueInt(std::int64_t v) {
         Log("Value");
         state.value_int = v;
-    }
-    void SetEnabled(bool v) {
-        Log("Enabled");
-        state.enabled = v;
-    }
-    void SetMultiLine(bool v) {
-        Log("MultiLine");
-        state.multi_line = v;
-    }
-    void SetFontUnit(std::uint8_t v) {
-        Log("FontUnit");
-        state.font_unit = v;
-    }
-    void SetTextColor(Colour v) {
-        Log("TextColor");
-        state.text_color = v;
-    }
-    void SetBackgroundColor(Colour v) {
-        Log("BackgroundColor");
-        state.background_color = v;
-    }
-    void SetFontSize(float v) {
-        Log("FontSize");
-        state.font_size = v;
-    }
-    void SetLineSpacing(double v) {
-        Log("LineSpacing");
-        state.line_spacing = v;
-    }
-    void SetText(const std::string& v) {
-        Log("Text");
-        state.text = v;
-    }
-    void SetCaption(const std::string& v) {
-        Log("Caption");
-        state.caption = v;
     }
 
     State state;
     std::vector<std::string> applied;  // setter calls, in order
 
   protected:
-    void Log(const char* name) { applied.emplace_back(name); }
+    void Log(const char* name) {
+        applied.emplace_back(name);
+    }
 };
 
 class FakeLabel : public FakeControl {

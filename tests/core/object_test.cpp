@@ -14,7 +14,7 @@ using fake::FakeRadio;
 using platform::Form;
 using platform::Object;
 
-TEST(ClassInfo, FindPropertyPrefersOwnTableThenWalksBases) {
+TEST(ClassInfo, FindPropertyNeedsTheWholeNameAndPrefersOwnTableThenWalksBases) {
     const auto& label = FakeLabel::StaticClass();
     const auto* value = label.FindProperty("value");
     ASSERT_NE(value, nullptr);
@@ -26,13 +26,10 @@ TEST(ClassInfo, FindPropertyPrefersOwnTableThenWalksBases) {
     ASSERT_NE(multiLine, nullptr);
     EXPECT_EQ(multiLine->name, "MultiLine");
     EXPECT_EQ(multiLine, FakeControl::StaticClass().FindProperty("MULTILINE"));
-}
 
-TEST(ClassInfo, FindPropertyNeedsTheWholeName) {
-    const auto& control = FakeControl::StaticClass();
-    EXPECT_EQ(control.FindProperty("Lef"), nullptr);
-    EXPECT_EQ(control.FindProperty("Lefts"), nullptr);
-    EXPECT_EQ(control.FindProperty(""), nullptr);
+    for (const char* partial : {"Lef", "Lefts", ""}) {  // the whole name or nothing
+        EXPECT_EQ(FakeControl::StaticClass().FindProperty(partial), nullptr) << partial;
+    }
     EXPECT_EQ(Object::StaticClass().FindProperty("Left"), nullptr);
 }
 

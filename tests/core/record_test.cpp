@@ -6,6 +6,7 @@
 #include <limits>
 #include <string>
 #include <string_view>
+#include <tuple>
 
 #include "platform/core/record.h"
 #include "platform/core/record_encoder.h"
@@ -89,74 +90,59 @@ TEST(RecordEncoder, LeadingByteIsLengthCappedAt255) {
     constexpr auto r254 = PLATFORM_RECORD(Str("Text", kFill245.view()));
     constexpr auto r255 = PLATFORM_RECORD(Str("Text", kFill246.view()));
     constexpr auto r256 = PLATFORM_RECORD(Str("Text", kFill247.view()));
-    EXPECT_EQ(r254.view().size(), 255u);
-    EXPECT_EQ(static_cast<unsigned char>(r254.view()[0]), 254u);
-    EXPECT_EQ(r255.view().size(), 256u);
-    EXPECT_EQ(static_cast<unsigned char>(r255.view()[0]), 255u);
-    EXPECT_EQ(r256.view().size(), 257u);
-    EXPECT_EQ(static_cast<unsigned char>(r256.view()[0]), 255u);
+    for (const auto& [record, size, leading] : {std::tuple{r254.view(), 255u, 254u},
+                                                {r255.view(), 256u, 255u},
+                                                {r256.view(), 257u, 255u}}) {
+        EXPECT_EQ(record.size(), size);
+        EXPECT_EQ(static_cast<unsigned char>(record[0]), leading);
+    }
     EXPECT_EQ(std::string(PLATFORM_RECORD().view()), Bytes({0}));
 }
 
-TEST(RecordRoundTrip, Integers) {
+TEST(RecordRoundTrip, EveryFormComesBackExactly) {
     constexpr std::int64_t kMin = std::numeric_limits<std::int64_t>::min();
     constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
-    constexpr auto record = PLATFORM_RECORD(Int("Left", kMin), Int("Top", kMax),
-                                            Int("Index", -2147483648LL), Int("Value", 7));
-    FakeControl control;
-    ApplyRecord(control, record.view());
-    EXPECT_EQ(control.state.left, kMin);
-    EXPECT_EQ(control.state.top, kMax);
-    // Eight bytes, not four: the property after it is read from the right place.
-    EXPECT_EQ(control.state.index, -2147483648LL);
-    EXPECT_EQ(control.state.value_int, 7);
-}
-
-TEST(RecordRoundTrip, BooleansSmallEnumsAndColours) {
-    constexpr auto record =
-        PLATFORM_RECORD(Bool("Enabled", true), Bool("MultiLine", false), Enum8("FontUnit", 255),
-                        Color("TextColor", 0xCC0000), Color("BackgroundColor", 0x123456));
+    // A string's bytes are skipped by count, never scanned: "Top 1" inside it is no property.
+    constexpr auto record = PLATFORM_RECORD(
+        Str("Text", ""), Str("Caption", "Top 1 © 2024"), Int("Left", kMin), Int("Top", kMax),
+        Int("Index", -2147483648LL), Int("Value", 7), Bool("Enabled", true),
+        Bool("MultiLine", false), Enum8("FontUnit", 255), Color("TextColor", 0xCC0000),
+        Color("BackgroundColor", 0x123456), Single("FontSize", 12.0f), Double("LineSpacing", 1.25));
     FakeControl control;
     control.state.multi_line = true;
+    control.state.text = "old";
     ApplyRecord(control, record.view());
-    EXPECT_TRUE(control.state.enabled);
-    EXPECT_FALSE(control.state.multi_line);
-    EXPECT_EQ(control.state.font_unit, 255);
-    EXPECT_EQ(control.state.text_color, Colour{0xCC0000});
-    EXPECT_EQ(control.state.background_color, Colour{0x123456});
+    // Index takes eight bytes, not four: the properties after it are read from the right place.
+    EXPECT_EQ(control.state, (fake::State{.left = kMin,
+                                          .top = kMax,
+                                          .index = -2147483648LL,
+                                          .value_int = 7,
+                                          .enabled = true,
+                                          .multi_line = false,
+                                          .font_unit = 255,
+                                          .text_color = {0xCC0000},
+                                          .background_color = {0x123456},
+                                          .font_size = 12.0f,
+                                          .line_spacing = 1.25,
+                                          .text = "",
+                                          .caption = "Top 1 \xC2\xA9 2024",
+                                          .value_text = ""}));
+    EXPECT_EQ(control.applied.size(), 13u);
+    EXPECT_EQ(control.applied[2], "Left");
 }
 
-TEST(RecordRoundTrip, FloatingPointIsBitExact) {
+TEST(RecordRoundTrip, DoublesAreBitExact) {
     for (double d : {0.1, -1e300, std::numeric_limits<double>::denorm_min(), -0.0}) {
-        std::string record = HandMade("LineSpacing " + Int64(std::bit_cast<std::int64_t>(d)));
         FakeControl control;
-        ApplyRecord(control, record);
+        ApplyRecord(control, HandMade("LineSpacing " + Int64(std::bit_cast<std::int64_t>(d))));
         EXPECT_EQ(std::bit_cast<std::uint64_t>(control.state.line_spacing),
                   std::bit_cast<std::uint64_t>(d));
     }
-    constexpr auto record = PLATFORM_RECORD(Single("FontSize", 12.0f), Double("LineSpacing", 1.25));
-    FakeControl control;
-    ApplyRecord(control, record.view());
-    EXPECT_EQ(control.state.font_size, 12.0f);
-    EXPECT_EQ(control.state.line_spacing, 1.25);
-
     constexpr auto nan =
         PLATFORM_RECORD(Double("LineSpacing", std::numeric_limits<double>::quiet_NaN()));
+    FakeControl control;
     ApplyRecord(control, nan.view());
     EXPECT_TRUE(std::isnan(control.state.line_spacing));
-}
-
-TEST(RecordRoundTrip, Strings) {
-    // A string's bytes are skipped by count, never scanned: "Top 1" inside it is no property.
-    constexpr auto record =
-        PLATFORM_RECORD(Str("Text", ""), Str("Caption", "Top 1 © 2024"), Int("Left", 3));
-    FakeControl control;
-    control.state.text = "old";
-    ApplyRecord(control, record.view());
-    EXPECT_EQ(control.state.text, "");
-    EXPECT_EQ(control.state.caption, "Top 1 \xC2\xA9 2024");
-    EXPECT_EQ(control.state.left, 3);
-    EXPECT_EQ(control.applied, (std::vector<std::string>{"Text", "Caption", "Left"}));
 }
 
 constexpr auto kForward = PLATFORM_RECORD(
@@ -190,18 +176,10 @@ TEST(RecordReader, NamesMatchIgnoringCaseAndIncludeBaseClasses) {
     EXPECT_EQ(label.state.value_text, "Untitled");
 }
 
-TEST(RecordReader, MacProcIDIsReadButAppliedToNothing) {
-    const std::string record = HandMade("macPROCid " + Int64(-1) + "Left " + Int64(5));
+TEST(RecordReader, RepeatedNameIsAppliedEachTimeAndMacProcIDNever) {
     FakeControl control;
-    ApplyRecord(control, record);
-    EXPECT_EQ(control.applied, (std::vector<std::string>{"Left"}));
-    EXPECT_EQ(control.state.left, 5);
-}
-
-TEST(RecordReader, RepeatedNameIsAppliedEachTime) {
-    constexpr auto record = PLATFORM_RECORD(Int("Left", 1), Bool("Enabled", true), Int("Left", 2));
-    FakeControl control;
-    ApplyRecord(control, record.view());
+    ApplyRecord(control, HandMade("macPROCid " + Int64(-1) + "Left " + Int64(5) + "Enabled " +
+                                  Bytes({1}) + "Left " + Int64(2)));
     EXPECT_EQ(control.state.left, 2);
     EXPECT_EQ(control.applied, (std::vector<std::string>{"Left", "Enabled", "Left"}));
 }
@@ -242,7 +220,7 @@ TEST(RecordReader, LengthComesFromTheStringNotTheLeadingByte) {
     }
 }
 
-TEST(RecordReader, TrailingFalseAndEmptyStringAreValuesNotPadding) {
+TEST(RecordReader, TrailingFalseEmptyStringAndOtherBooleanBytesAreValues) {
     constexpr auto record = PLATFORM_RECORD(Bool("Enabled", false), Str("Text", ""));
     FakeControl control;
     control.state.enabled = true;
@@ -250,18 +228,12 @@ TEST(RecordReader, TrailingFalseAndEmptyStringAreValuesNotPadding) {
     ApplyRecord(control, record.view());
     EXPECT_FALSE(control.state.enabled);
     EXPECT_EQ(control.state.text, "");
-}
-
-TEST(RecordReader, LeadingByteAloneAppliesNothing) {
-    FakeControl control;
-    ApplyRecord(control, Bytes({0}));
-    EXPECT_TRUE(control.applied.empty());
-}
-
-TEST(RecordReader, BooleanByteOtherThanZeroOrOneIsTrue) {
-    FakeControl control;
     ApplyRecord(control, HandMade("Enabled " + Bytes({2})));
     EXPECT_TRUE(control.state.enabled);
+
+    FakeControl untouched;  // the leading byte alone
+    ApplyRecord(untouched, Bytes({0}));
+    EXPECT_TRUE(untouched.applied.empty());
 }
 
 // Applies `record` to `control` and returns the failure's message; fails the test if the
@@ -274,11 +246,6 @@ std::string FormatFailure(std::string_view record, FakeControl& control) {
     }
     ADD_FAILURE() << "record was accepted";
     return {};
-}
-
-TEST(RecordFormat, EmptyRecordFails) {
-    FakeControl control;
-    EXPECT_NE(FormatFailure("", control).find("empty"), std::string::npos);
 }
 
 TEST(RecordFormat, TruncatedValuesFailAndKeepEarlierProperties) {
@@ -313,7 +280,9 @@ TEST(RecordFormat, BadNamesFail) {
     }
 }
 
-TEST(RecordFormat, UnknownNameIsNamed) {
+TEST(RecordFormat, EmptyRecordAndUnknownNameAreNamed) {
+    FakeControl control;
+    EXPECT_NE(FormatFailure("", control).find("empty"), std::string::npos);
     FakeLabel label;
     const std::string message =
         FormatFailure(HandMade("Left " + Int64(1) + "Bogus " + Int64(0)), label);

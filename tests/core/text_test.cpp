@@ -19,37 +19,15 @@ struct ValCase {
 };
 
 TEST(Val, ReadsTheNumberAtTheStart) {
+    // clang-format off
     const std::vector<ValCase> cases = {
-        {"12.5", 12.5},
-        {"-3", -3.0},
-        {"+4", 4.0},
-        {".5", 0.5},
-        {"-.25", -0.25},
-        {"5.", 5.0},
-        {"007", 7.0},
-        {"1.2.3", 1.2},
-        {"12abc", 12.0},
-        {"1/2", 1.0},
-        {"1-2", 1.0},
-        {"1,5", 1.0},
-        {" 7", 7.0},
-        {"\t 7", 7.0},
-        {"7 8", 7.0},
-        {"9999.9", 9999.9},
-        {"3.1", 3.1},
-        {"0.1", 0.1},
-        {"1e3", 1000.0},
-        {"2E-2", 0.02},
-        {"1.5e+2x", 150.0},
-        {"1e", 1.0},
-        {"1e+", 1.0},
-        {"1e-x", 1.0},
-        {"123456789012345678901234567890", 1.2345678901234568e29},
-        {std::string("4\0"
-                     "2",
-                     3),
-         4.0},
-    };
+        {"12.5", 12.5}, {"-3", -3.0}, {"+4", 4.0}, {".5", 0.5}, {"-.25", -0.25}, {"5.", 5.0},
+        {"007", 7.0}, {"1.2.3", 1.2}, {"12abc", 12.0}, {"1/2", 1.0}, {"1-2", 1.0}, {"1,5", 1.0},
+        {" 7", 7.0}, {"\t 7", 7.0}, {"7 8", 7.0}, {"9999.9", 9999.9}, {"3.1", 3.1}, {"0.1", 0.1},
+        {"1e3", 1000.0}, {"2E-2", 0.02}, {"1.5e+2x", 150.0}, {"1e", 1.0}, {"1e+", 1.0},
+        {"1e-x", 1.0}, {"123456789012345678901234567890", 1.2345678901234568e29},
+        {std::string("4\0" "2", 3), 4.0}};
+    // clang-format on
     for (const ValCase& c : cases) {
         SCOPED_TRACE("\"" + c.text + "\"");
         EXPECT_EQ(Val(c.text), c.value);
@@ -64,13 +42,10 @@ TEST(Val, TextWithoutANumberGivesZero) {
     }
 }
 
-TEST(Val, KeepsTheSignOfZero) {
+TEST(Val, KeepsTheSignOfZeroAndGoesBeyondTheRangeOfADouble) {
     EXPECT_TRUE(std::signbit(Val("-0")));
     EXPECT_TRUE(std::signbit(Val("-0.000")));
     EXPECT_FALSE(std::signbit(Val("0")));
-}
-
-TEST(Val, BeyondTheRangeOfADouble) {
     EXPECT_EQ(Val("1e999"), HUGE_VAL);
     EXPECT_EQ(Val("-1e999"), -HUGE_VAL);
     EXPECT_EQ(Val("1" + std::string(400, '0')), HUGE_VAL);
@@ -99,51 +74,33 @@ void ExpectFormats(const char* pattern, const std::vector<FormatCase>& cases) {
 }
 
 TEST(Format, Probability) {
+    // clang-format off
     ExpectFormats(".0000", {
-                               {0.0873128276, ".0873"},
-                               {0.0001, ".0001"},
-                               {0.00012, ".0001"},
-                               {0.00016, ".0002"},
-                               {0.00005, ".0001"},  // just above the tie in binary
-                               {0.0500096578, ".0500"},
-                               {0.5, ".5000"},
-                               {0.0, ".0000"},
-                               {0.99994, ".9999"},
-                               {0.99995, "1.0000"},  // rounds up to 1: the digit is kept
-                               {0.99999, "1.0000"},
-                               {1.0, "1.0000"},
-                               {-0.00001, "-.0000"},
-                           });
+        {0.0873128276, ".0873"}, {0.0001, ".0001"}, {0.00012, ".0001"}, {0.00016, ".0002"},
+        {0.00005, ".0001"},  // just above the tie in binary
+        {0.0500096578, ".0500"}, {0.5, ".5000"}, {0.0, ".0000"}, {0.99994, ".9999"},
+        {0.99995, "1.0000"},  // rounds up to 1: the digit is kept
+        {0.99999, "1.0000"}, {1.0, "1.0000"}, {-0.00001, "-.0000"}});
+    // clang-format on
 }
 
 TEST(Format, TStatistic) {
+    // clang-format off
     ExpectFormats("+####.000", {
-                                   {1.7978662999, "+1.798"},
-                                   {-1.7978662999, "-1.798"},
-                                   {15.616595300528, "+15.617"},
-                                   {0.5, "+.500"},
-                                   {0.0, "+.000"},
-                                   {-0.0, "+.000"},
-                                   {0.0004, "+.000"},
-                                   {-0.0004, "-.000"},
-                                   {0.9996, "+1.000"},
-                                   {-0.9996, "-1.000"},
-                                   {1234.5678, "+1234.568"},
-                                   {9999.9996, "+10000.000"},
-                                   {12345.678, "+12345.678"},
-                                   {1e20, "+100000000000000000000.000"},
-                               });
+        {1.7978662999, "+1.798"}, {-1.7978662999, "-1.798"}, {15.616595300528, "+15.617"},
+        {0.5, "+.500"}, {0.0, "+.000"}, {-0.0, "+.000"}, {0.0004, "+.000"}, {-0.0004, "-.000"},
+        {0.9996, "+1.000"}, {-0.9996, "-1.000"}, {1234.5678, "+1234.568"},
+        {9999.9996, "+10000.000"}, {12345.678, "+12345.678"}, {1e20, "+100000000000000000000.000"}});
+    // clang-format on
 }
 
 TEST(Format, ExactTiesRoundAwayFromZero) {
     // 1.0625, 0.0625 and 0.03125 are exact in binary, so they are real ties.
-    ExpectFormats("+####.000", {
-                                   {1.0625, "+1.063"},
-                                   {-1.0625, "-1.063"},
-                                   {0.0625, "+.063"},
-                                   {9.9995, "+9.999"},  // below the tie in binary
-                                   {999.9995, "+1000.000"},
-                               });
+    ExpectFormats("+####.000", {{1.0625, "+1.063"},
+                                {-1.0625, "-1.063"},
+                                {0.0625, "+.063"},
+                                {9.9995, "+9.999"} /* below the tie in binary */,
+                                {999.9995, "+1000.000"}});
     ExpectFormats(".0000", {{0.03125, ".0313"}, {0.96875, ".9688"}, {0.99995, "1.0000"}});
     ExpectFormats("0", {{2.5, "3"}, {-2.5, "-3"}, {9.5, "10"}, {0.5, "1"}, {1.5, "2"}});
 }
@@ -196,30 +153,29 @@ TEST(Format, AlwaysUsesAPointWhateverTheLocale) {
 }
 
 TEST(Str, PlainDigits) {
-    EXPECT_EQ(Str(0), "0");
-    EXPECT_EQ(Str(1), "1");
-    EXPECT_EQ(Str(20), "20");
-    EXPECT_EQ(Str(19996), "19996");
-    EXPECT_EQ(Str(-5), "-5");
-    EXPECT_EQ(Str(std::numeric_limits<std::int64_t>::max()), "9223372036854775807");
-    EXPECT_EQ(Str(std::numeric_limits<std::int64_t>::min()), "-9223372036854775808");
+    const std::int64_t max = std::numeric_limits<std::int64_t>::max();
+    const std::int64_t min = std::numeric_limits<std::int64_t>::min();
+    for (const auto& [n, text] :
+         std::vector<std::pair<std::int64_t, const char*>>{{0, "0"},
+                                                           {1, "1"},
+                                                           {20, "20"},
+                                                           {19996, "19996"},
+                                                           {-5, "-5"},
+                                                           {max, "9223372036854775807"},
+                                                           {min, "-9223372036854775808"}}) {
+        EXPECT_EQ(Str(n), text);
+    }
 }
 
 TEST(Asc, CodeOfTheFirstCharacter) {
+    // clang-format off
     const std::vector<std::pair<std::string, std::int64_t>> cases = {
-        {"A", 65},
-        {"12", 49},
-        {"\b", 8},
-        {"\t", 9},
-        {",", 44},
-        {"-", 45},
-        {"9", 57},
-        {":", 58},
+        {"A", 65}, {"12", 49}, {"\b", 8}, {"\t", 9}, {",", 44}, {"-", 45}, {"9", 57}, {":", 58},
         {std::string(1, '\0'), 0},
         {"\xc3\xa9", 0xE9},              // é
         {"\xe2\x82\xac", 0x20AC},        // €
-        {"\xf0\x9f\x98\x80x", 0x1F600},  // an emoji, then more text
-    };
+        {"\xf0\x9f\x98\x80x", 0x1F600}};  // an emoji, then more text
+    // clang-format on
     for (const auto& [text, code] : cases) {
         SCOPED_TRACE(text);
         EXPECT_EQ(Asc(text), code);

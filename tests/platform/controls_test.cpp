@@ -31,14 +31,9 @@ TEST_F(ControlsTest, AControlInsideAFrameStandsAtTheWindowCoordinatesOfItsRecord
     EXPECT_EQ(form.m1fld().Widget()->pos(), QPoint(20, 25));  // relative to the frame at (20,100)
     EXPECT_EQ(WindowRect(form.rfld(), form), QRect(210, 175, 80, 22));
     EXPECT_EQ(form.rfld().Widget()->parentWidget(), form.ContentWidget());
-}
 
-TEST_F(ControlsTest, ChildrenFollowWhenTheirFrameMoves) {
-    FormWnd& form = FormWnd::Instance();
-
-    form.box().SetLeft(30);
+    form.box().SetLeft(30);  // children follow when their frame moves
     form.box().SetTop(90);
-
     EXPECT_EQ(WindowRect(form.m1fld(), form), QRect(40, 125, 80, 22));
     EXPECT_EQ(form.m1fld().Widget()->pos(), QPoint(10, 35));
 }
@@ -93,49 +88,35 @@ TEST_F(ControlsTest, APressOnTheFrameOutsideItsButtonsGoesToTheFrameAndThenTheWi
     EXPECT_EQ(form.windowPresses[0], QPoint(300, 80));
 }
 
-TEST_F(ControlsTest, ClickingARadioButtonRaisesActionAlsoWhenItIsAlreadyOn) {
-    FormWnd& form = ShownForm();
-
-    ClickAt(form, CentreOf(form.RBtn(), form));
-    ClickAt(form, CentreOf(form.RBtn(), form));
-
-    EXPECT_TRUE(form.RBtn().Value());
-    EXPECT_EQ(form.rActions, 2);
-}
-
-TEST_F(ControlsTest, RadioButtonsOfOneParentExcludeEachOther) {
+TEST_F(ControlsTest, RadioButtonsOfOneParentExcludeEachOtherAndAClickOnAnOnButtonActs) {
     FormWnd& form = ShownForm();
 
     ClickAt(form, CentreOf(form.IBtn(), form));
     ClickAt(form, CentreOf(form.RBtn(), form));
+    ClickAt(form, CentreOf(form.RBtn(), form));
 
     EXPECT_FALSE(form.IBtn().Value());
     EXPECT_TRUE(form.RBtn().Value());
+    EXPECT_EQ(form.iActions, 1);
+    EXPECT_EQ(form.rActions, 2);
 }
 
-TEST_F(ControlsTest, ARadioButtonClearedByCodeIsReallyClearAndRaisesNoAction) {
+TEST_F(ControlsTest, ARadioButtonSetOrClearedByCodeRaisesNoActionAndIsReallySo) {
     FormWnd& form = ShownForm();
     ClickAt(form, CentreOf(form.IBtn(), form));
     ASSERT_TRUE(form.IBtn().Value());
 
     form.IBtn().Value(false);
-
     EXPECT_FALSE(form.IBtn().Value());
     EXPECT_FALSE(static_cast<QRadioButton*>(form.IBtn().Widget())->isChecked());
     EXPECT_FALSE(form.RBtn().Value());
-    EXPECT_EQ(form.iActions, 1);
-    EXPECT_EQ(form.rActions, 0);
-}
 
-TEST_F(ControlsTest, ARadioButtonSetByCodeRaisesNoActionAndClearsItsSibling) {
-    FormWnd& form = ShownForm();
     form.IBtn().Value(true);
-
-    form.RBtn().Value(true);
-
+    form.RBtn().Value(true);  // clears its sibling
     EXPECT_FALSE(form.IBtn().Value());
     EXPECT_TRUE(form.RBtn().Value());
-    EXPECT_EQ(form.iActions + form.rActions, 0);
+    EXPECT_EQ(form.iActions, 1);
+    EXPECT_EQ(form.rActions, 0);
 }
 
 TEST_F(ControlsTest, APushButtonRaisesMouseDownOnThePressAndActionOnTheRelease) {
@@ -208,7 +189,7 @@ TEST_F(ControlsTest, TabFollowsTabIndexWithinEachParentAndSkipsControlsWithoutTa
     EXPECT_EQ(visited, expected);
 }
 
-TEST_F(ControlsTest, TabEntersARadioGroupAtItsChosenButton) {
+TEST_F(ControlsTest, ShiftTabMovesBackwardsAndTabEntersARadioGroupAtItsChosenButton) {
     FormWnd& form = ShownForm();
     form.RBtn().Value(true);
     form.IBtn().Value(false);
@@ -216,15 +197,9 @@ TEST_F(ControlsTest, TabEntersARadioGroupAtItsChosenButton) {
     QTRY_COMPARE(QApplication::focusWidget(), form.n1fld().Widget());
 
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-
     EXPECT_EQ(QApplication::focusWidget(), form.RBtn().Widget());
-}
-
-TEST_F(ControlsTest, ShiftTabMovesBackwards) {
-    FormWnd& form = ShownForm();
-    form.n1fld().SetFocus();
-    QTRY_COMPARE(QApplication::focusWidget(), form.n1fld().Widget());
-
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(QApplication::focusWidget(), form.n1fld().Widget());
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
     EXPECT_EQ(QApplication::focusWidget(), form.m1fld().Widget());
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);

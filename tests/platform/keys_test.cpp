@@ -25,7 +25,11 @@ class KeysTest : public PlatformTest {
     FormWnd* form = nullptr;
 };
 
-TEST_F(KeysTest, APrintableKeyGivesItsCharacterAndReachesTheField) {
+TEST_F(KeysTest, APrintableKeyGivesItsCharacterAndReachesTheFieldButTextByCodeDoesNot) {
+    form->m1fld().Text("abc");
+    EXPECT_TRUE(form->keys.empty());
+    EXPECT_EQ(Line(form->m1fld()).text(), QStringLiteral("abc"));
+    form->m1fld().Text("");
     QTest::keyClicks(Focused(), "1a.");
 
     EXPECT_EQ(form->keys, (std::vector<std::string>{"1", "a", "."}));
@@ -81,14 +85,9 @@ TEST_F(KeysTest, ATrueKeyDownStopsTheKey) {
     EXPECT_EQ(Line(form->m1fld()).cursorPosition(), 2);
     EXPECT_EQ(Focused(), form->m1fld().Widget());
     EXPECT_EQ(form->keys.size(), 4u);
-}
 
-TEST_F(KeysTest, BackspaceThatIsNotStoppedEdits) {
-    form->m1fld().Text("15");
-    Line(form->m1fld()).setCursorPosition(2);
-
+    form->stopKeys = false;  // a Backspace let through edits
     QTest::keyClick(Focused(), Qt::Key_Backspace);
-
     EXPECT_EQ(form->m1fld().Text(), "1");
 }
 
@@ -113,48 +112,29 @@ TEST_F(KeysTest, CtrlShortcutsNeverReachKeyDownButCopyAndPasteWork) {
     EXPECT_TRUE(form->keys.empty());
 }
 
-TEST_F(KeysTest, TextSetByCodeRaisesNoKeyDown) {
-    form->m1fld().Text("abc");
-
-    EXPECT_TRUE(form->keys.empty());
-    EXPECT_EQ(Line(form->m1fld()).text(), QStringLiteral("abc"));
-}
-
-TEST_F(KeysTest, ReturnThatKeyDownLetsThroughPressesTheFirstDefaultButton) {
+TEST_F(KeysTest, ReturnPressesTheFirstDefaultButtonUnlessKeyDownStopsIt) {
+    form->stopKeys = true;
     QTest::keyClick(Focused(), Qt::Key_Return);
+    EXPECT_EQ(form->calcActions, 0);
 
+    form->stopKeys = false;
+    QTest::keyClick(Focused(), Qt::Key_Return);
     EXPECT_EQ(form->calcActions, 1);  // CalcBtn comes before HelpBtn, both Default
     EXPECT_EQ(form->helpActions, 0);
-}
 
-TEST_F(KeysTest, ReturnStoppedByKeyDownPressesNothing) {
-    form->stopKeys = true;
-
-    QTest::keyClick(Focused(), Qt::Key_Return);
-
-    EXPECT_EQ(form->calcActions, 0);
-}
-
-TEST_F(KeysTest, ReturnInAFieldWithoutFilterPressesTheDefaultButtonToo) {
-    form->n1fld().SetFocus();
+    form->n1fld().SetFocus();  // a field without a filter
     QTRY_COMPARE(Focused(), form->n1fld().Widget());
-
     QTest::keyClick(Focused(), Qt::Key_Enter);
-
-    EXPECT_EQ(form->calcActions, 1);
+    EXPECT_EQ(form->calcActions, 2);
 }
 
-TEST_F(KeysTest, FunctionAndModifierKeysAloneAreNoKeyDown) {
+TEST_F(KeysTest, ModifierAndFunctionKeysAreNoKeyDownAndFieldKeysNeverReachTheWindow) {
     QTest::keyClick(Focused(), Qt::Key_Shift);
     QTest::keyClick(Focused(), Qt::Key_F5);
-
     EXPECT_TRUE(form->keys.empty());
-}
 
-TEST_F(KeysTest, KeysInATextFieldNeverReachTheWindow) {
     QTest::keyClicks(Focused(), "7");
     QTest::keyClick(Focused(), Qt::Key_Escape);
-
     EXPECT_TRUE(form->windowKeys.empty());
 }
 

@@ -97,22 +97,29 @@ inline constexpr auto kTitleRecord =
                     Int("Height", 40), Int("TabIndex", 4), Bool("TabStop", false),
                     Bool("AllowFocus", false), Bool("Visible", true), Str("InitialParent", ""));
 
-// The control window in small: a frame with fields, radio buttons in a later frame, buttons, a
-// title canvas. Every event that reaches it is counted.
-class FormWnd : public platform::Window {
+// What every sample window shares: its class info under its kClassName, its registration and
+// its accessor.
+template <class W>
+class SampleWindow : public platform::Window {
   public:
-    static constexpr const char* kClassName = "FormWnd.FormWnd";
     static const platform::ClassInfo& StaticClass() {
-        static const platform::ClassInfo info{kClassName, &Window::StaticClass(), {}};
+        static const platform::ClassInfo info{W::kClassName, &Window::StaticClass(), {}};
         return info;
     }
     const platform::ClassInfo& Class() const override { return StaticClass(); }
     static void RegisterClass() {
-        platform::RegisterWindowClass(kClassName, [] { return std::make_unique<FormWnd>(); });
+        platform::RegisterWindowClass(W::kClassName, [] { return std::make_unique<W>(); });
     }
-    static FormWnd& Instance() {
-        return platform::RuntimeCheckCast<FormWnd>(&platform::ImplicitWindow(kClassName));
+    static W& Instance() {
+        return platform::RuntimeCheckCast<W>(&platform::ImplicitWindow(W::kClassName));
     }
+};
+
+// The control window in small: a frame with fields, radio buttons in a later frame, buttons, a
+// title canvas. Every event that reaches it is counted.
+class FormWnd : public SampleWindow<FormWnd> {
+  public:
+    static constexpr const char* kClassName = "FormWnd.FormWnd";
 
     void Layout() override { platform::ApplyRecord(*this, kFormRecord.view()); }
 
@@ -196,37 +203,18 @@ inline constexpr auto kPlainRecord =
                     Bool("HasMaximizeButton", true), Bool("Visible", true));
 
 // A window that never overrides Event_Close: its close button closes it.
-class PlainWnd : public platform::Window {
+class PlainWnd : public SampleWindow<PlainWnd> {
   public:
     static constexpr const char* kClassName = "PlainWnd.PlainWnd";
-    static const platform::ClassInfo& StaticClass() {
-        static const platform::ClassInfo info{kClassName, &Window::StaticClass(), {}};
-        return info;
-    }
-    const platform::ClassInfo& Class() const override { return StaticClass(); }
-    static void RegisterClass() {
-        platform::RegisterWindowClass(kClassName, [] { return std::make_unique<PlainWnd>(); });
-    }
     void Layout() override { platform::ApplyRecord(*this, kPlainRecord.view()); }
     void Event_Activate() override { ++activations; }
     int activations = 0;
 };
 
 // Like the information window: its close button hides it, through its own accessor.
-class HidingWnd : public platform::Window {
+class HidingWnd : public SampleWindow<HidingWnd> {
   public:
     static constexpr const char* kClassName = "HidingWnd.HidingWnd";
-    static const platform::ClassInfo& StaticClass() {
-        static const platform::ClassInfo info{kClassName, &Window::StaticClass(), {}};
-        return info;
-    }
-    const platform::ClassInfo& Class() const override { return StaticClass(); }
-    static void RegisterClass() {
-        platform::RegisterWindowClass(kClassName, [] { return std::make_unique<HidingWnd>(); });
-    }
-    static HidingWnd& Instance() {
-        return platform::RuntimeCheckCast<HidingWnd>(&platform::ImplicitWindow(kClassName));
-    }
     void Layout() override { platform::ApplyRecord(*this, kPlainRecord.view()); }
     void Event_Close() override { Instance().Hide(); }
 };

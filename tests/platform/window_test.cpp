@@ -13,31 +13,23 @@ using namespace sample;
 
 class WindowTest : public PlatformTest {};
 
-TEST_F(WindowTest, TheAccessorBuildsTheWindowOnceAndItsRecordShowsIt) {
+TEST_F(WindowTest, TheAccessorBuildsTheWindowOnceAndItsRecordShowsItWithoutAShowCall) {
+    EXPECT_EQ(platform::_GetImplicitWindow(FormWnd::kClassName), nullptr);
+    EXPECT_EQ(platform::_GetImplicitWindow("Nothing.Nothing"), nullptr);
+    EXPECT_THROW(platform::ImplicitWindow("Nothing.Nothing"), platform::NilObjectException);
+    platform::recorder::Start();
+
     FormWnd& first = FormWnd::Instance();
     FormWnd& second = FormWnd::Instance();
 
     EXPECT_EQ(&first, &second);
     EXPECT_EQ(platform::_GetImplicitWindow(FormWnd::kClassName), &first);
     EXPECT_TRUE(first.Visible());
+    EXPECT_TRUE(first.Widget()->isVisible());
+    EXPECT_TRUE(platform::recorder::Lines().empty());
     EXPECT_EQ(first.Title(), "Form");
     EXPECT_EQ(first.ControlCount(), 11u);
     EXPECT_EQ(first.ShortName(), "FormWnd");
-}
-
-TEST_F(WindowTest, NoWindowIsOnRecordBeforeItsAccessorRuns) {
-    EXPECT_EQ(platform::_GetImplicitWindow(FormWnd::kClassName), nullptr);
-    EXPECT_EQ(platform::_GetImplicitWindow("Nothing.Nothing"), nullptr);
-    EXPECT_THROW(platform::ImplicitWindow("Nothing.Nothing"), platform::NilObjectException);
-}
-
-TEST_F(WindowTest, TheRecordsVisibleShowsTheWindowWithoutAShowCall) {
-    platform::recorder::Start();
-
-    FormWnd& form = FormWnd::Instance();
-
-    EXPECT_TRUE(form.Widget()->isVisible());
-    EXPECT_TRUE(platform::recorder::Lines().empty());
 }
 
 TEST_F(WindowTest, ShowAndHideAreRecordedAndKeepTheWindow) {
@@ -68,22 +60,17 @@ TEST_F(WindowTest, AWindowThatDoesNotOverrideCloseClosesAndLeavesTheRegistry) {
     EXPECT_TRUE(again.Visible());
 }
 
-TEST_F(WindowTest, AWindowThatHidesItselfInCloseStaysAliveAndOnRecord) {
+TEST_F(WindowTest, AWindowThatHidesItselfInCloseStaysAliveAndOnRecordByButtonOrByCode) {
     HidingWnd& info = HidingWnd::Instance();
 
     info.Widget()->close();
     QTest::qWait(20);
-
     EXPECT_FALSE(info.Visible());
     EXPECT_EQ(platform::_GetImplicitWindow(HidingWnd::kClassName), &info);
     EXPECT_EQ(&HidingWnd::Instance(), &info);
-}
 
-TEST_F(WindowTest, CloseByCodeRaisesCloseAsTheButtonDoes) {
-    HidingWnd& info = HidingWnd::Instance();
-
-    info.Close();
-
+    info.Show();
+    info.Close();  // raises Close as the button does
     EXPECT_FALSE(info.Visible());
     EXPECT_EQ(platform::_GetImplicitWindow(HidingWnd::kClassName), &info);
 }
@@ -275,17 +262,12 @@ TEST_F(WindowTest, AMessageAnsweredByTheHookLeavesTheNextActivationCounted) {
     EXPECT_EQ(form.activations, before + 1);
 }
 
-TEST_F(WindowTest, ControlsAreFoundByTheirNameOnly) {
+TEST_F(WindowTest, ControlsAreFoundByTheirNameAndMenuHandlersPerItemName) {
     FormWnd& form = FormWnd::Instance();
-
     EXPECT_EQ(form._ControlByName("m1fld"), form.ControlAt(1));
     EXPECT_EQ(form._ControlByName("nothing"), nullptr);
     EXPECT_THROW(platform::RuntimeCheckCast<platform::PushButton>(form._ControlByName("m1fld")),
                  platform::IllegalCastException);
-}
-
-TEST_F(WindowTest, MenuHandlersAreKeptPerItemName) {
-    FormWnd& form = FormWnd::Instance();
     int runs = 0;
 
     form._AddMenuHandler("AboutMenuItem", [&runs] {

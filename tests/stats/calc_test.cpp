@@ -3,6 +3,7 @@
 #include <cmath>
 #include <map>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "stats/stats.h"
@@ -41,14 +42,25 @@ const std::vector<BlankCheck> kRelatedBlanks = {
     kIndependentBlanks[4], {"rfld", "Please enter the correlation between Sample 1 and Sample 2"},
 };
 
-Entries IndependentEntries() {
-    return {{"m1fld", "10"}, {"m2fld", "8"},  {"sd1fld", "2"},
-            {"sd2fld", "3"}, {"n1fld", "10"}, {"n2fld", "12"}};
+// The entries of a test in field order: m1, m2, sd1, sd2, n1, then n2 or r.
+Entries Of(std::int64_t test, std::vector<const char*> texts) {
+    const char* fields[] = {"m1fld",  "m2fld", "sd1fld",
+                            "sd2fld", "n1fld", test == 1 ? "n2fld" : "rfld"};
+    Entries entries;
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        entries[fields[i]] = texts[i];
+    }
+    return entries;
 }
 
+Entries IndependentEntries() {
+    return Of(1, {"10", "8", "2", "3", "10", "12"});
+}
 Entries RelatedEntries() {
-    return {{"m1fld", "10"}, {"m2fld", "8"},  {"sd1fld", "2"},
-            {"sd2fld", "3"}, {"n1fld", "10"}, {"rfld", ".5"}};
+    return Of(2, {"10", "8", "2", "3", "10", ".5"});
+}
+Entries ValidEntries(std::int64_t test) {
+    return test == 1 ? IndependentEntries() : RelatedEntries();
 }
 
 Log Refusal(const std::string& message, const std::string& field) {
@@ -120,20 +132,14 @@ void ExpectBlankChecks(std::int64_t test, const Entries& valid,
     }
 }
 
-TEST_F(CalculateTest, IndependentBlankChecksComeInOrderWithTheirFocus) {
+TEST_F(CalculateTest, BlankChecksComeInOrderWithTheirFocusAndBeforeRangeChecks) {
     ExpectBlankChecks(1, IndependentEntries(), kIndependentBlanks);
-}
-
-TEST_F(CalculateTest, RelatedBlankChecksComeInOrderWithTheirFocus) {
     ExpectBlankChecks(2, RelatedEntries(), kRelatedBlanks);
-}
 
-TEST_F(CalculateTest, BlankChecksComeBeforeRangeChecks) {
     Entries independent = IndependentEntries();
     independent["n1fld"] = "1";
     independent["n2fld"] = "";
     EXPECT_EQ(Press(1, independent).Writes(), Refusal(kIndependentBlanks[5].message, "n2fld"));
-
     Entries related = RelatedEntries();
     related["n1fld"] = "1";
     related["rfld"] = "";
@@ -163,35 +169,24 @@ const std::vector<NCase> kNCases = {
     {"1e999", 0}, {"-1e999", 0},
 };
 
-TEST_F(CalculateTest, IndependentNIsTruncatedAndMustLieIn2To9999) {
-    for (const char* field : {"n1fld", "n2fld"}) {
+TEST_F(CalculateTest, NIsTruncatedAndMustLieIn2To9999) {
+    // Related reads only n1fld; its df is N - 1. Independent df is n1 + n2 - 2.
+    const std::vector<std::tuple<std::int64_t, const char*, const char*, std::int64_t>> fields = {
+        {1, "n1fld", kIndependentN, 12 - 2},
+        {1, "n2fld", kIndependentN, 10 - 2},
+        {2, "n1fld", kPairedN, -1}};
+    for (const auto& [test, field, refusal, offset] : fields) {
         for (const NCase& c : kNCases) {
-            SCOPED_TRACE(std::string(field) + "=\"" + c.text + "\"");
-            Entries entries = IndependentEntries();
+            SCOPED_TRACE(std::string(field) + "=\"" + c.text + "\" test " + std::to_string(test));
+            Entries entries = ValidEntries(test);
             entries[field] = c.text;
-            const MapPanel panel = Press(1, entries);
-            const std::int64_t other = std::string(field) == "n1fld" ? 12 : 10;
+            const MapPanel panel = Press(test, entries);
             if (c.n == 0) {
-                EXPECT_EQ(panel.Writes(), Refusal(kIndependentN, field));
+                EXPECT_EQ(panel.Writes(), Refusal(refusal, field));
             } else {
                 EXPECT_TRUE(panel.messages.empty());
-                EXPECT_EQ(ShownBy(panel).df, std::to_string(c.n + other - 2));
+                EXPECT_EQ(ShownBy(panel).df, std::to_string(c.n + offset));
             }
-        }
-    }
-}
-
-TEST_F(CalculateTest, RelatedNIsTruncatedAndMustLieIn2To9999) {
-    for (const NCase& c : kNCases) {
-        SCOPED_TRACE(std::string("n1fld=\"") + c.text + "\"");
-        Entries entries = RelatedEntries();
-        entries["n1fld"] = c.text;
-        const MapPanel panel = Press(2, entries);
-        if (c.n == 0) {
-            EXPECT_EQ(panel.Writes(), Refusal(kPairedN, "n1fld"));
-        } else {
-            EXPECT_TRUE(panel.messages.empty());
-            EXPECT_EQ(ShownBy(panel).df, std::to_string(c.n - 1));
         }
     }
 }
@@ -213,46 +208,44 @@ TEST_F(CalculateTest, OnlyTheFirstBadNIsReported) {
     EXPECT_EQ(Press(1, second).Writes(), Refusal(kIndependentN, "n2fld"));
 }
 
-TEST_F(CalculateTest, RelatedTestNeverReadsN2) {
-    const Shown expected{"+2.390", "9", ".0405"};
-    for (const char* n2 : {"", "1", "abc", "99999", "7"}) {
-        SCOPED_TRACE(n2);
-        Entries entries = RelatedEntries();
-        entries["n2fld"] = n2;
-        const MapPanel panel = Press(2, entries);
-        EXPECT_EQ(ShownBy(panel), expected);
-        EXPECT_FALSE(panel.WasRead("n2fld"));
+TEST_F(CalculateTest, EachTestNeverReadsTheOtherTestsField) {
+    const std::vector<std::tuple<std::int64_t, const char*, std::vector<const char*>, Shown>>
+        cases = {{2, "n2fld", {"", "1", "abc", "99999", "7"}, {"+2.390", "9", ".0405"}},
+                 {1, "rfld", {"", "5", "-1.5", "abc", ".5"}, {"+1.798", "20", ".0873"}}};
+    for (const auto& [test, field, texts, expected] : cases) {
+        for (const char* text : texts) {
+            SCOPED_TRACE(std::string(field) + "=" + text);
+            Entries entries = ValidEntries(test);
+            entries[field] = text;
+            const MapPanel panel = Press(test, entries);
+            EXPECT_EQ(ShownBy(panel), expected);
+            EXPECT_FALSE(panel.WasRead(field));
+        }
     }
 }
 
-TEST_F(CalculateTest, IndependentTestNeverReadsR) {
-    const Shown expected{"+1.798", "20", ".0873"};
-    for (const char* r : {"", "5", "-1.5", "abc", ".5"}) {
+TEST_F(CalculateTest, CorrelationMustLieWithinPlusMinusOneAndBadNComesFirst) {
+    for (const auto& [r, accepted] : std::vector<std::pair<const char*, bool>>{{"1", true},
+                                                                               {"-1", true},
+                                                                               {"0", true},
+                                                                               {"1.0", true},
+                                                                               {"-1.00", true},
+                                                                               {".999", true},
+                                                                               {"1.0001", false},
+                                                                               {"-1.0001", false},
+                                                                               {"2", false},
+                                                                               {"1e999", false},
+                                                                               {"-1e999", false}}) {
         SCOPED_TRACE(r);
-        Entries entries = IndependentEntries();
+        Entries entries = RelatedEntries();
         entries["rfld"] = r;
-        const MapPanel panel = Press(1, entries);
-        EXPECT_EQ(ShownBy(panel), expected);
-        EXPECT_FALSE(panel.WasRead("rfld"));
+        const MapPanel panel = Press(2, entries);
+        if (accepted) {
+            EXPECT_TRUE(panel.messages.empty());
+        } else {
+            EXPECT_EQ(panel.Writes(), Refusal(kCorrelation, "rfld"));
+        }
     }
-}
-
-TEST_F(CalculateTest, CorrelationMustLieWithinPlusMinusOne) {
-    for (const char* accepted : {"1", "-1", "0", "1.0", "-1.00", ".999"}) {
-        SCOPED_TRACE(accepted);
-        Entries entries = RelatedEntries();
-        entries["rfld"] = accepted;
-        EXPECT_TRUE(Press(2, entries).messages.empty());
-    }
-    for (const char* refused : {"1.0001", "-1.0001", "2", "1e999", "-1e999"}) {
-        SCOPED_TRACE(refused);
-        Entries entries = RelatedEntries();
-        entries["rfld"] = refused;
-        EXPECT_EQ(Press(2, entries).Writes(), Refusal(kCorrelation, "rfld"));
-    }
-}
-
-TEST_F(CalculateTest, BadNIsReportedBeforeBadCorrelation) {
     Entries entries = RelatedEntries();
     entries["n1fld"] = "1";
     entries["rfld"] = "2";
@@ -276,81 +269,24 @@ TEST_F(CalculateTest, ResultStepWritesInItsOrderAndNothingElse) {
     }
 }
 
-struct Example {
-    std::int64_t test;
-    Entries entries;
-    Shown shown;
-};
-
 TEST_F(CalculateTest, ExamplesShowTheirResults) {
+    struct Example {
+        std::int64_t test;
+        std::vector<const char*> texts;
+        Shown shown;
+    };
     const std::vector<Example> examples = {
-        {1,
-         {{"m1fld", "10"},
-          {"m2fld", "8"},
-          {"sd1fld", "2"},
-          {"sd2fld", "3"},
-          {"n1fld", "10"},
-          {"n2fld", "12"}},
-         {"+1.798", "20", ".0873"}},
-        {1,
-         {{"m1fld", "8"},
-          {"m2fld", "10"},
-          {"sd1fld", "2"},
-          {"sd2fld", "3"},
-          {"n1fld", "10"},
-          {"n2fld", "12"}},
-         {"-1.798", "20", ".0873"}},
-        {1,
-         {{"m1fld", "100"},
-          {"m2fld", "90"},
-          {"sd1fld", "15"},
-          {"sd2fld", "15"},
-          {"n1fld", "30"},
-          {"n2fld", "30"}},
-         {"+2.582", "58", ".0124"}},
-        {1,
-         {{"m1fld", "3.2"},
-          {"m2fld", "3.1"},
-          {"sd1fld", ".4"},
-          {"sd2fld", ".5"},
-          {"n1fld", "9999"},
-          {"n2fld", "9999"}},
-         {"+15.617", "19996", ".0001"}},
-        {2,
-         {{"m1fld", "10"},
-          {"m2fld", "8"},
-          {"sd1fld", "2"},
-          {"sd2fld", "3"},
-          {"n1fld", "10"},
-          {"rfld", ".5"}},
-         {"+2.390", "9", ".0405"}},
-        {2,
-         {{"m1fld", "50"},
-          {"m2fld", "47"},
-          {"sd1fld", "10"},
-          {"sd2fld", "10"},
-          {"n1fld", "25"},
-          {"rfld", ".8"}},
-         {"+2.372", "24", ".0261"}},
-        {2,
-         {{"m1fld", "10"},
-          {"m2fld", "8"},
-          {"sd1fld", "2"},
-          {"sd2fld", "3"},
-          {"n1fld", "10"},
-          {"rfld", "1"}},
-         {"+6.325", "9", ".0001"}},
-        {2,
-         {{"m1fld", "12"},
-          {"m2fld", "9"},
-          {"sd1fld", "2"},
-          {"sd2fld", "2"},
-          {"n1fld", "2"},
-          {"rfld", "0"}},
-         {"+1.500", "1", ".3743"}},
+        {1, {"10", "8", "2", "3", "10", "12"}, {"+1.798", "20", ".0873"}},
+        {1, {"8", "10", "2", "3", "10", "12"}, {"-1.798", "20", ".0873"}},
+        {1, {"100", "90", "15", "15", "30", "30"}, {"+2.582", "58", ".0124"}},
+        {1, {"3.2", "3.1", ".4", ".5", "9999", "9999"}, {"+15.617", "19996", ".0001"}},
+        {2, {"10", "8", "2", "3", "10", ".5"}, {"+2.390", "9", ".0405"}},
+        {2, {"50", "47", "10", "10", "25", ".8"}, {"+2.372", "24", ".0261"}},
+        {2, {"10", "8", "2", "3", "10", "1"}, {"+6.325", "9", ".0001"}},
+        {2, {"12", "9", "2", "2", "2", "0"}, {"+1.500", "1", ".3743"}},
     };
     for (const Example& example : examples) {
-        const MapPanel panel = Press(example.test, example.entries);
+        const MapPanel panel = Press(example.test, Of(example.test, example.texts));
         EXPECT_EQ(ShownBy(panel), example.shown);
         EXPECT_TRUE(panel.messages.empty());
     }
@@ -419,7 +355,7 @@ TEST_F(CalculateTest, ZeroStandardErrorGoesOnWithoutAFailure) {
         {2, {{"sd1fld", "3"}, {"sd2fld", "3"}, {"rfld", "1"}, {"m1fld", "8"}}, {"NaN", "9", "NaN"}},
     };
     for (const Case& c : cases) {
-        Entries entries = c.test == 1 ? IndependentEntries() : RelatedEntries();
+        Entries entries = ValidEntries(c.test);
         for (const auto& [field, text] : c.changes) {
             entries[field] = text;
         }
@@ -431,29 +367,15 @@ TEST_F(CalculateTest, ZeroStandardErrorGoesOnWithoutAFailure) {
 }
 
 TEST_F(CalculateTest, AnyTextIsAnswered) {
+    // clang-format off
     const std::vector<std::string> texts = {
-        "\xff\xfe",
-        "1e99999",
-        "-",
-        ".",
-        "nan",
-        "inf",
-        "0x10",
-        "1.2.3",
-        "--1",
-        "1/2",
-        "\t",
-        std::string(400, '9'),
-        std::string("4\0"
-                    "2",
-                    3),
-        "-1e-99999",
-        "1e-400",
-    };
+        "\xff\xfe", "1e99999", "-", ".", "nan", "inf", "0x10", "1.2.3", "--1", "1/2", "\t",
+        std::string(400, '9'), std::string("4\0" "2", 3), "-1e-99999", "1e-400"};
+    // clang-format on
     for (std::int64_t test : {1, 2}) {
         for (const std::string& text : texts) {
             for (const char* field : {"m1fld", "sd2fld", "n1fld", "n2fld", "rfld"}) {
-                Entries entries = test == 1 ? IndependentEntries() : RelatedEntries();
+                Entries entries = ValidEntries(test);
                 entries[field] = text;
                 MapPanel panel;
                 EXPECT_NO_THROW(panel = Press(test, entries)) << field << "=" << text;

@@ -60,20 +60,15 @@ TEST(RelatedT, WorkedValues) {
     }
 }
 
-TEST(TStatistics, DfAtTheEndsOfTheNRange) {
+TEST(TStatistics, DfAtTheEndsOfTheNRangeAndEqualMeansGivePositiveZero) {
     EXPECT_EQ(IndependentT(1, 0, 1, 1, 2, 2).df, 2);
     EXPECT_EQ(IndependentT(1, 0, 1, 1, 9999, 9999).df, 19996);
     EXPECT_EQ(RelatedT(1, 0, 1, 1, 0, 2).df, 1);
     EXPECT_EQ(RelatedT(1, 0, 1, 1, 0, 9999).df, 9998);
-}
-
-TEST(TStatistics, EqualMeansGivePositiveZero) {
-    const double independent = IndependentT(5, 5, 2, 3, 10, 12).t;
-    const double related = RelatedT(-5, -5, 2, 3, 0.5, 10).t;
-    EXPECT_EQ(independent, 0.0);
-    EXPECT_FALSE(std::signbit(independent));
-    EXPECT_EQ(related, 0.0);
-    EXPECT_FALSE(std::signbit(related));
+    for (double t : {IndependentT(5, 5, 2, 3, 10, 12).t, RelatedT(-5, -5, 2, 3, 0.5, 10).t}) {
+        EXPECT_EQ(t, 0.0);
+        EXPECT_FALSE(std::signbit(t));
+    }
 }
 
 TEST(TStatistics, ZeroStandardErrorDividesAsIEEE) {
@@ -100,18 +95,16 @@ TEST(TStatistics, CorrelationOrdersTheRelatedStandardError) {
     EXPECT_NEAR(highest, std::sqrt(25.0 / 10.0), 1e-15);  // (sd1 + sd2)^2 / N
 }
 
-TEST(ToN, TruncatesTowardZero) {
-    EXPECT_EQ(ToN(12.7), 12);
-    EXPECT_EQ(ToN(2.9), 2);
-    EXPECT_EQ(ToN(1.9), 1);
-    EXPECT_EQ(ToN(9999.9), 9999);
-    EXPECT_EQ(ToN(-1.5), -1);
-    EXPECT_EQ(ToN(-0.0), 0);
-    EXPECT_EQ(ToN(std::nextafter(9223372036854775808.0, 0.0)), 9223372036854774784);
-    EXPECT_EQ(ToN(-9223372036854775808.0), std::numeric_limits<std::int64_t>::min());
-}
-
-TEST(ToN, ValuesNoInt64HoldsComeOutBelowEveryN) {
+TEST(ToN, TruncatesTowardZeroAndValuesNoInt64HoldsComeOutBelowEveryN) {
+    // clang-format off
+    const std::vector<std::pair<double, std::int64_t>> cases = {
+        {12.7, 12}, {2.9, 2}, {1.9, 1}, {9999.9, 9999}, {-1.5, -1}, {-0.0, 0},
+        {std::nextafter(9223372036854775808.0, 0.0), 9223372036854774784},
+        {-9223372036854775808.0, std::numeric_limits<std::int64_t>::min()}};
+    // clang-format on
+    for (const auto& [value, n] : cases) {
+        EXPECT_EQ(ToN(value), n) << value;
+    }
     for (double value : {9223372036854775808.0, 1e300, -1e300, HUGE_VAL, -HUGE_VAL,
                          std::numeric_limits<double>::quiet_NaN()}) {
         SCOPED_TRACE(value);

@@ -49,6 +49,8 @@ TEST(MenuTest, TheBarHoldsFiveMenusInOrderWithThreeSevenAndFiveItems) {
                       {"UntitledMenu4", "", ""}});
     EXPECT_EQ(bar.Item(0)->Count(), 0u);
     EXPECT_EQ(bar.Item(4)->Count(), 0u);
+    EXPECT_EQ(&Menu::Instance(), &bar);
+    EXPECT_EQ(Menu::Instance().Count(), 5u) << "a second call adds nothing";
 }
 
 TEST(MenuTest, FileHoldsPrintQuitAndABlankItem) {
@@ -82,12 +84,6 @@ TEST(MenuTest, LookupFindsAnItemAtAnyDepthAndChildOnlyDirectOnes) {
     EXPECT_EQ(bar._Lookup("EditPaste"), bar.Child("UntitledMenu0")->Child("EditPaste"));
     EXPECT_EQ(bar.Child("EditPaste"), nullptr);
     EXPECT_EQ(bar._Lookup("NoSuchItem"), nullptr);
-}
-
-TEST(MenuTest, TheAccessorBuildsOnceAndKeepsTheInstance) {
-    Menu& first = Menu::Instance();
-    EXPECT_EQ(&Menu::Instance(), &first);
-    EXPECT_EQ(first.Count(), 5u) << "a second call adds nothing";
 }
 
 }  // namespace
