@@ -1,0 +1,30 @@
+// The main of the proof tests: the one QApplication of the process, made as the program makes it,
+// in the C locale. Each run of the program inside a test then finds it there.
+#include <QLocale>
+#include <QtGlobal>
+
+#include <gtest/gtest.h>
+
+#include "platform/qt/runtime.h"
+
+namespace {
+
+// The offscreen platform says for every raise and popup that it cannot do them; thousands of
+// such lines would bury what matters in the test's output.
+QtMessageHandler gQtHandler = nullptr;
+
+void DropOffscreenNotices(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+    if (!text.startsWith(QLatin1String("This plugin does not support"))) {
+        gQtHandler(type, context, text);
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    ::testing::InitGoogleTest(&argc, argv);
+    gQtHandler = qInstallMessageHandler(DropOffscreenNotices);
+    platform::RuntimeInit();
+    QLocale::setDefault(QLocale::c());
+    return RUN_ALL_TESTS();
+}
