@@ -202,9 +202,13 @@ void RuntimeInit() {
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setApplicationName(QStringLiteral("Korvane"));
     // Ties the windows to the installed menu entry (korvane.desktop), which is how a Wayland
-    // desktop finds their icon; the icon itself comes from the theme once installed, else from
-    // the resources beside the program.
+    // desktop finds their icon.
     QGuiApplication::setDesktopFileName(QStringLiteral("korvane"));
+}
+
+// The icon of every window: from the theme once installed, else from the resources beside the
+// program. Looking it up costs several milliseconds, so it is set after the first window is up.
+static void SetWindowIcon() {
     const auto icon = ResourceDirectory() / "korvane-256.png";
     QApplication::setWindowIcon(
         QIcon::fromTheme(QStringLiteral("korvane"), QIcon(QString::fromStdString(icon.string()))));
@@ -242,7 +246,10 @@ void _RunFrameworkInitialization(void (*lateStartup)()) {
     if (lateStartup == nullptr) {
         return;
     }
-    QTimer::singleShot(0, [lateStartup] { ProtectedCall(lateStartup); });
+    QTimer::singleShot(0, [lateStartup] {
+        ProtectedCall(lateStartup);
+        QTimer::singleShot(0, SetWindowIcon);
+    });
 }
 
 void _RuntimeRun() {
