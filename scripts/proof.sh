@@ -60,30 +60,10 @@ fail() {
     exit 1
 }
 
-# Polls until the command prints something and echoes what it printed.
-wait_for() {
-    local found
-    for _ in $(seq $((patience * 5))); do
-        found=$("$@" 2>/dev/null || true)
-        if [ -n "$found" ]; then
-            echo "$found"
-            return 0
-        fi
-        sleep 0.2
-    done
-    return 1
-}
-
+# shellcheck source=scripts/xdrive.sh
+source "$root/scripts/xdrive.sh"
 # The display is Xvfb's own, so every window on it is the program's.
 visible_windows() { xdotool search --onlyvisible --name '' 2>/dev/null || true; }
-window_size() { xdotool getwindowgeometry "$1" | awk '/Geometry:/ {print $2}'; }
-window_of_size() {
-    local id
-    for id in $(visible_windows); do
-        [ "$(window_size "$id")" = "$1" ] && echo "$id"
-    done
-    return 0
-}
 titled() { xdotool search --onlyvisible --name "^$1\$" 2>/dev/null | head -n 1 || true; }
 not_about() {
     local id
@@ -91,17 +71,6 @@ not_about() {
         [ "$(window_size "$id")" != 500x200 ] && echo "$id"
     done
     return 0
-}
-
-# The share of pixels in a window's region (x y width height) that are not white, in percent.
-ink_percent() {
-    convert "$1" -crop "$4x$5+$2+$3" +repage -fuzz 8% -fill black +opaque white -negate \
-        -format "%[fx:round(100*mean)]" info:
-}
-
-click() {  # window x y, in the window's own coordinates
-    xdotool mousemove --window "$1" "$2" "$3" click 1
-    sleep 0.3
 }
 
 # Prints "shown" once the result column of the calculator holds something.

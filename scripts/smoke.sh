@@ -32,43 +32,9 @@ fail() {
     exit 1
 }
 
-# Polls until the command prints something (at most ten seconds) and echoes what it printed.
-wait_for() {
-    local found
-    for _ in $(seq 100); do
-        found=$("$@" 2>/dev/null || true)
-        if [ -n "$found" ]; then
-            echo "$found"
-            return 0
-        fi
-        sleep 0.1
-    done
-    return 1
-}
-
+# shellcheck source=scripts/xdrive.sh
+source "$(dirname "$(realpath "$0")")/xdrive.sh"
 visible_windows() { xdotool search --onlyvisible --pid "$pid" 2>/dev/null || true; }
-window_size() { xdotool getwindowgeometry "$1" | awk '/Geometry:/ {print $2}'; }
-
-# The visible window of that size (e.g. 500x200), if there is one.
-window_of_size() {
-    local id
-    for id in $(visible_windows); do
-        if [ "$(window_size "$id")" = "$1" ]; then
-            echo "$id"
-        fi
-    done
-}
-
-# The share of pixels in a window's region (x y width height) that are not white, in percent.
-ink_percent() {
-    convert "$1" -crop "$4x$5+$2+$3" +repage -fuzz 8% -fill black +opaque white -negate \
-        -format "%[fx:round(100*mean)]" info:
-}
-
-click() {  # window x y, in the window's own coordinates
-    xdotool mousemove --window "$1" "$2" "$3" click 1
-    sleep 0.2
-}
 
 "$program" >"$out/program.log" 2>&1 &
 pid=$!
