@@ -31,7 +31,9 @@ if [ "${1:-}" != "--under-xvfb" ]; then
     program=$(realpath "${1:-build/app/korvane}")
     closer=$(realpath "${2:-build/tests/app/x_close_window}")
     tools=(xvfb-run xdotool strace import convert)
-    ldd "$program" | grep -q libasan || tools+=(valgrind)
+    # grep reads all of ldd's output: with -q it could stop early, and pipefail would then take
+    # ldd's broken pipe for "not sanitized".
+    ldd "$program" | grep libasan >/dev/null || tools+=(valgrind)
     for tool in "${tools[@]}"; do
         if ! command -v "$tool" >/dev/null; then
             echo "proof: $tool is not installed, so the proof run is skipped"
@@ -119,7 +121,7 @@ wait_for_exit() {
 }
 
 # --- 1. Leaks ---
-if ldd "$program" | grep -q libasan; then
+if ldd "$program" | grep libasan >/dev/null; then
     checker="LeakSanitizer"
     ASAN_OPTIONS=detect_leaks=1:abort_on_error=0 \
         LSAN_OPTIONS=suppressions=$root/tests/lsan.supp:print_suppressions=0 \
