@@ -416,5 +416,6 @@ def run(scenarios):
     finally:
         if session is not None:
             session.close()
+    shutil.rmtree(session.out, ignore_errors=True)  # kept only where something failed
     print(f"session {sys.argv[1]}: passed")
     return 0
