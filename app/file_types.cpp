@@ -33,33 +33,28 @@ struct Fields {
 constexpr Fields kText{"text", "", "TEXT", "R*ch", "", true, ""};
 constexpr Fields kUntitled{"", "", "", "", "", true, ""};
 
-std::shared_ptr<platform::FileType> Make(const Fields& fields) {
-    auto type = std::make_shared<platform::FileType>();
-    type->Name(fields.name);
-    type->Extensions(fields.extensions);
-    type->MacType(fields.macType);
-    type->MacCreator(fields.macCreator);
-    type->MimeType(fields.mimeType);
-    type->Imported(fields.imported);
-    type->ConformsTo(fields.conformsTo);
-    return type;
-}
-
-// Reading a type as its name is what registers it.
-void RegisterByName(const std::shared_ptr<platform::FileType>& type) {
-    static_cast<void>(static_cast<std::string>(platform::NotNil(type.get())));
+// A new type goes into its static first and is filled there, then joins the list of all types,
+// and is registered last by reading it, through its accessor, as its name.
+void Initialize(std::shared_ptr<platform::FileType>& slot,
+                std::shared_ptr<platform::FileType> (*accessor)(), const Fields& fields) {
+    slot = std::make_shared<platform::FileType>();
+    platform::FileType& type = platform::NotNil(slot.get());
+    type.Name(fields.name);
+    type.Extensions(fields.extensions);
+    type.MacType(fields.macType);
+    type.MacCreator(fields.macCreator);
+    type.MimeType(fields.mimeType);
+    type.Imported(fields.imported);
+    type.ConformsTo(fields.conformsTo);
+    pAllFileTypes.push_back(slot);
+    static_cast<void>(static_cast<std::string>(platform::NotNil(accessor().get())));
 }
 
 }  // namespace
 
 void _Initialize() {
-    pText = Make(kText);
-    pAllFileTypes.push_back(pText);
-    RegisterByName(Text());
-
-    pUntitledType = Make(kUntitled);
-    pAllFileTypes.push_back(pUntitledType);
-    RegisterByName(UntitledType());
+    Initialize(pText, Text, kText);
+    Initialize(pUntitledType, UntitledType, kUntitled);
 }
 
 }  // namespace korvane::FileTypes

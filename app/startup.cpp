@@ -8,6 +8,7 @@
 #include "control/control_wnd.h"
 #include "stats/stats.h"
 #include "windows/about_wnd.h"
+#include "windows/menu.h"
 #include "windows/qwindow.h"
 
 namespace korvane {
@@ -32,7 +33,8 @@ constexpr platform::Initializer kInitializers[] = {
     [] { FileTypes::pText = nullptr; },
     [] { FileTypes::pUntitledType = nullptr; },
     ControlWnd::RegisterClass,
-    // The menu's one instance is a static of the menu that starts nil; Menu::Instance builds it.
+    Menu::ResetImplicitInstance,
+    [] { static_cast<void>(Menu::StaticClass()); },
     [] { static_cast<void>(AboutWnd::_wrapper_Timer1::StaticClass()); },
     AboutWnd::RegisterClass,
     Qwindow::RegisterClass,

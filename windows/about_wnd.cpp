@@ -1,6 +1,8 @@
 #include "windows/about_wnd.h"
 
+#include <array>
 #include <memory>
+#include <string_view>
 
 #include "platform/core/delegate.h"
 #include "platform/core/record.h"
@@ -147,6 +149,19 @@ bool AboutWnd::Event_MouseDown(std::int64_t /*x*/, std::int64_t /*y*/) {
 
 bool AboutWnd::_AboutMenuItem_Action() {
     Instance().Show();
+    return false;
+}
+
+// The runtime of this platform keeps no table of implemented events, so the class answers for
+// itself: the five window events it overrides.
+bool AboutWnd::IsEventImplemented(const std::string& name) const {
+    static constexpr std::array<std::string_view, 5> kImplemented{
+        "Layout", "CreateControls", "AddMenuHandlers", "KeyDown", "MouseDown"};
+    for (std::string_view event : kImplemented) {
+        if (event == name) {
+            return true;
+        }
+    }
     return false;
 }
 

@@ -54,6 +54,9 @@ class AboutWnd : public platform::Window {
     void Timer1_Action(platform::Timer& timer);
     bool _AboutMenuItem_Action();  // shows the window again; false
 
+    // Whether this class implements the window event of that name ("KeyDown", "Close", ...).
+    bool IsEventImplemented(const std::string& name) const;
+
   private:
     void _CreateControls0();
 };

@@ -42,8 +42,13 @@ Menu& Menu::Instance() {
     return *pImplicitInstance;
 }
 
-void Menu::ResetForTests() {
+void Menu::ResetImplicitInstance() {
     pImplicitInstance.reset();
+}
+
+const platform::ClassInfo& Menu::StaticClass() {
+    static const platform::ClassInfo info{"Menu", &platform::MenuBar::StaticClass(), {}};
+    return info;
 }
 
 void Menu::Constructor() {

@@ -1,6 +1,7 @@
 // The one menu bar of the run: five menus built in a fixed order by five builders, shared by the
 // application object and the control window. Menu::Instance() is the accessor: it builds the bar
-// on its first call and keeps it for the rest of the run.
+// on its first call and keeps it for the rest of the run. The run's initialisers set the instance
+// to nil and build the class table before anything asks for the bar.
 #pragma once
 
 #include <memory>
@@ -13,8 +14,13 @@ namespace korvane {
 class Menu : public platform::MenuBar {
   public:
     static Menu& Instance();
-    // Discards the instance so the next Instance() builds anew: for tests only.
-    static void ResetForTests();
+    // Drops the instance, so that the next Instance() builds the bar anew: an initialiser of the
+    // run, and between runs in tests.
+    static void ResetImplicitInstance();
+    static void ResetForTests() { ResetImplicitInstance(); }  // the same, under its older name
+
+    static const platform::ClassInfo& StaticClass();  // the class table; base MenuBar
+    const platform::ClassInfo& Class() const override { return StaticClass(); }
 
     void Constructor() override;  // Untitled0 to Untitled4, in that order
 

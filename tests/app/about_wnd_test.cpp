@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/core/recorder.h"
@@ -97,6 +98,17 @@ TEST_F(AboutWindowTest, TheAttributionBannerAndFourSecondTimerAreBuiltFromTheirR
     EXPECT_EQ(timer.Mode(), 1);
     EXPECT_TRUE(timer.Armed());
     EXPECT_EQ(timer.Window(), &about);
+}
+
+TEST_F(AboutWindowTest, ItClaimsExactlyTheFiveWindowEventsItImplements) {
+    const AboutWnd& about = AboutWnd::Instance();
+    const std::pair<const char*, bool> events[] = {
+        {"Layout", true},    {"CreateControls", true},   {"AddMenuHandlers", true},
+        {"KeyDown", true},   {"MouseDown", true},        {"Close", false},
+        {"Activate", false}, {"EnableMenuItems", false}, {"Paint", false}};
+    for (const auto& [event, implemented] : events) {
+        EXPECT_EQ(about.IsEventImplemented(event), implemented) << event;
+    }
 }
 
 TEST_F(AboutWindowTest, TheTimerKnowsItsWindowOnlyWhileTheWindowLives) {

@@ -11,17 +11,24 @@
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "app/file_types.h"
 #include "app/startup.h"
 #include "control/control_wnd.h"
 #include "platform/core/failure.h"
+#include "platform/core/file_type.h"
+#include "platform/core/object.h"
+#include "platform/qt/menu.h"
 #include "platform/qt/window.h"
 #include "stats/stats.h"
 #include "windows/about_wnd.h"
+#include "windows/menu.h"
 
 namespace {
 
@@ -227,18 +234,42 @@ TEST(ExceptionHelper, AnswersNilOrTheRuntimeFailureAsRaisedAndLetsAnythingElsePa
     EXPECT_THROW(korvane::_CallFunctionWithExceptionHandling(foreign, nullptr), std::out_of_range);
 }
 
-TEST(Initializers, SetTheSharedVariablesToZeroForTheRun) {
-    korvane::Globals::btn = 2;
-    korvane::Globals::k1 = 18;
-    korvane::Globals::t = -2.2;
-    korvane::Globals::p = 0.04;
-    for (platform::Initializer entry : korvane::Initializers()) {
-        entry();
+// The table run one entry at a time over variables left dirty by an earlier run: each variable
+// is set by the entry of its own place and by none before it. Of the class tables between them,
+// the menu's shows in the class its bar reports.
+TEST(Initializers, EachEntrySetsTheVariableOfItsOwnPlaceInTableOrder) {
+    namespace FileTypes = korvane::FileTypes;
+    namespace Globals = korvane::Globals;
+    platform::RuntimeInit();
+    FileTypes::pAllFileTypes = {std::make_shared<platform::FileType>()};
+    FileTypes::pText = std::make_shared<platform::FileType>();
+    FileTypes::pUntitledType = std::make_shared<platform::FileType>();
+    const platform::WeakRef menu(&korvane::Menu::Instance());
+    Globals::btn = 2;
+    Globals::k1 = 18;
+    Globals::p = 0.04;
+    Globals::t = -2.2;
+    const std::vector<std::pair<std::size_t, std::function<bool()>>> initialised = {
+        {0, [] { return FileTypes::pAllFileTypes.empty(); }},
+        {1, [] { return FileTypes::pText == nullptr; }},
+        {2, [] { return FileTypes::pUntitledType == nullptr; }},
+        {4, [&menu] { return menu.Value() == nullptr; }},
+        {10, [] { return Globals::btn == 0; }},
+        {11, [] { return Globals::k1 == 0; }},
+        {12, [] { return Globals::p == 0.0; }},
+        {13, [] { return Globals::t == 0.0; }}};
+
+    const auto table = korvane::Initializers();
+    EXPECT_EQ(table.size(), 14u);
+    for (std::size_t entry = 0; entry < table.size(); ++entry) {
+        table[entry]();
+        for (const auto& [place, done] : initialised) {
+            EXPECT_EQ(done(), place <= entry) << "entry " << place << " after entry " << entry;
+        }
     }
-    EXPECT_EQ(korvane::Globals::btn, 0);
-    EXPECT_EQ(korvane::Globals::k1, 0);
-    EXPECT_EQ(korvane::Globals::t, 0.0);
-    EXPECT_EQ(korvane::Globals::p, 0.0);
+    EXPECT_EQ(korvane::Menu::Instance().Class().name, "Menu");
+    EXPECT_EQ(korvane::Menu::Instance().Class().base, &platform::MenuBar::StaticClass());
+    korvane::Menu::ResetImplicitInstance();
 }
 
 }  // namespace
