@@ -44,7 +44,7 @@ void ControlWnd::Layout() {
 void ControlWnd::CreateControls() {
     _CreateControls0();
     _CreateControls1();
-    NameFieldsForScreenReaders();
+    NameControlsForScreenReaders();
 }
 
 // Allocates the control, adds it under its name and hands it back as found by that name.
@@ -111,13 +111,14 @@ void ControlWnd::_CreateControls1() {
     PushButton1().MouseDown = Delegate(*this, &ControlWnd::PushButton1_MouseDown);
 }
 
-// The fields have no caption of their own; a screen reader speaks these names instead.
-void ControlWnd::NameFieldsForScreenReaders() {
+// The fields have no caption of their own, the frame of the radio buttons shows none and "?"
+// says nothing of what it does: a screen reader speaks these names instead.
+void ControlWnd::NameControlsForScreenReaders() {
     struct Spoken {
         const char* control;
         const char* name;
     };
-    static constexpr std::array<Spoken, 10> kSpoken{{
+    static constexpr std::array<Spoken, 12> kSpoken{{
         {"m1fld", "Mean of sample 1"},
         {"sd1fld", "Standard deviation of sample 1"},
         {"n1fld", "N of sample 1, or number of pairs"},
@@ -128,9 +129,11 @@ void ControlWnd::NameFieldsForScreenReaders() {
         {"tfld", "t"},
         {"dfFld", "Degrees of freedom"},
         {"pfld", "Probability, two-tailed"},
+        {"typeBox", "Kind of t-test"},
+        {"PushButton1", "Show the t-test information"},
     }};
     for (const Spoken& spoken : kSpoken) {
-        platform::RuntimeCheckCast<TextField>(_ControlByName(spoken.control))
+        platform::RuntimeCheckCast<platform::RectControl>(_ControlByName(spoken.control))
             .AccessibleName(spoken.name);
     }
 }

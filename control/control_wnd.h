@@ -117,7 +117,7 @@ class ControlWnd : public platform::Window {
     template <class Item>
     Item& MenuItemNamed(const std::string& name) const;
     void ShowCommonEntryControls();
-    void NameFieldsForScreenReaders();
+    void NameControlsForScreenReaders();
 };
 
 }  // namespace korvane

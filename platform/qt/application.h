@@ -14,7 +14,7 @@ namespace platform {
 class MenuBar;
 
 class Application : public Object {
-public:
+  public:
     Application();  // ApplicationInitializer: the platform's part of the object's creation
     ~Application() override;
     static const ClassInfo& StaticClass();
@@ -49,7 +49,7 @@ public:
     virtual void Event_AppearanceChanged() {}
     virtual bool IsEventImplemented(const std::string& /*event*/) const { return false; }
 
-private:
+  private:
     std::int64_t _x_mMajorVersion = 0, _x_mMinorVersion = 0, _x_mBugVersion = 0,
                  _x_mNonReleaseVersion = 0, _x_mStageCode = 0, _x_mRegionCode = 0;
     std::string _x_mLongVersion, _x_mShortVersion, _x_mPackageInfo;

@@ -10,6 +10,7 @@
 #include <cmath>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <vector>
 
 #include "platform/core/recorder.h"
@@ -22,6 +23,7 @@ namespace platform {
 
 struct Picture::Impl {
     QImage image;
+    std::string description;
 };
 
 namespace {
@@ -59,7 +61,8 @@ std::string CaptionOf(const QString& text) {
 void SetTextColour(QWidget& widget, Colour colour) {
     QPalette palette = widget.palette();
     const QColor qcolour = QColor::fromRgb(colour.rgb);
-    for (auto group : {QPalette::Active, QPalette::Inactive}) {
+    // The record's colour holds in every state: a label that is never enabled still draws in it.
+    for (auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
         palette.setColor(group, QPalette::WindowText, qcolour);
         palette.setColor(group, QPalette::Text, qcolour);
         palette.setColor(group, QPalette::ButtonText, qcolour);
@@ -90,11 +93,15 @@ double QtPointSize(double recordPoints, const QWidget& widget) {
     return recordPoints * 72.0 / dpi;
 }
 
-// The tab chain runs through the window's controls parent by parent: the controls of one parent
-// by TabIndex (creation order breaks ties), a frame giving way to the controls inside it.
-// Whether Tab stops at a control is its focus policy (TabStop). The radio buttons of one parent
-// are one stop, as on any desktop: the one chosen (or focused) last; arrows move within them.
-void RebuildTabChain(Window& window) {
+namespace {
+
+bool Encloses(const RectControl& frame, const RectControl& control) {
+    return control.Left() >= frame.Left() && control.Top() >= frame.Top() &&
+           control.Left() + control.Width() <= frame.Left() + frame.Width() &&
+           control.Top() + control.Height() <= frame.Top() + frame.Height();
+}
+
+std::vector<RectControl*> RectControls(const Window& window) {
     std::vector<RectControl*> controls;
     for (std::size_t i = 0; i < window.ControlCount(); ++i) {
         auto* rect = dynamic_cast<RectControl*>(window.ControlAt(i));
@@ -102,39 +109,170 @@ void RebuildTabChain(Window& window) {
             controls.push_back(rect);
         }
     }
-    std::vector<QWidget*> chain;
-    std::function<void(QWidget*)> visit = [&](QWidget* parent) {
-        std::vector<RectControl*> siblings;
+    return controls;
+}
+
+// The frame on the window's content whose rectangle holds the control, or nullptr.
+RectControl* EnclosingFrame(const std::vector<RectControl*>& controls, const RectControl& control,
+                            const QWidget* content) {
+    for (RectControl* frame : controls) {
+        if (frame != &control && dynamic_cast<BoxWidget*>(frame->Widget()) != nullptr &&
+            frame->Widget()->parentWidget() == content && Encloses(*frame, control)) {
+            return frame;
+        }
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+// Radio buttons drawn inside a frame are that frame's group, as a reader sees them: they move
+// into the frame's widget, so a screen reader hears the frame's name as the group's name and
+// the frame's focus goes to them. Their place on the window does not change.
+void GatherRadioButtonsIntoFrames(Window& window) {
+    const std::vector<RectControl*> controls = RectControls(window);
+    for (RectControl* control : controls) {
+        if (dynamic_cast<RadioWidget*>(control->Widget()) == nullptr ||
+            !control->InitialParent().empty()) {
+            continue;
+        }
+        if (RectControl* frame = EnclosingFrame(controls, *control, window.ContentWidget())) {
+            control->EnterFrame(*frame);
+        }
+    }
+}
+
+// The Tab chain follows reading order. On the window's content, the frames and the controls
+// outside any frame follow each other top to bottom, then left to right; a frame brings the
+// controls inside it, first its own children by TabIndex (creation order breaks ties), then
+// those that lie within its rectangle on the window, by TabIndex. The records number some frames
+// against reading order ("Sample 2" before "Sample 1"), which Tab does not follow. Whether Tab
+// stops at a control is its focus policy (TabStop). The radio buttons of one parent are one
+// stop, as on any desktop: the one chosen (or focused) last; arrows move within them.
+std::vector<QWidget*> TabChain(const Window& window) {
+    const std::vector<RectControl*> controls = RectControls(window);
+    const QWidget* content = window.ContentWidget();
+    auto byTabIndex = [](const RectControl* a, const RectControl* b) {
+        return a->TabIndex() < b->TabIndex();
+    };
+    auto childrenOf = [&](const QWidget* parent) {
+        std::vector<RectControl*> children;
         for (RectControl* control : controls) {
             if (control->Widget()->parentWidget() == parent) {
-                siblings.push_back(control);
+                children.push_back(control);
             }
         }
-        std::stable_sort(siblings.begin(), siblings.end(), [](RectControl* a, RectControl* b) {
-            return a->TabIndex() < b->TabIndex();
-        });
-        for (RectControl* sibling : siblings) {
-            const std::size_t before = chain.size();
-            visit(sibling->Widget());
-            // A frame is no tab stop, and Qt moves a widget with children in the chain as one
-            // block with them: only the controls that hold no others are chained.
-            if (chain.size() == before) {
-                chain.push_back(sibling->Widget());
-            }
+        return children;
+    };
+
+    std::vector<QWidget*> chain;
+    std::function<void(RectControl*)> visit = [&](RectControl* control) {
+        const std::size_t before = chain.size();
+        std::vector<RectControl*> inside = childrenOf(control->Widget());
+        std::stable_sort(inside.begin(), inside.end(), byTabIndex);
+        for (RectControl* child : inside) {
+            visit(child);
+        }
+        // A frame is no tab stop: only the controls that hold no others are chained.
+        if (chain.size() == before) {
+            chain.push_back(control->Widget());
         }
     };
-    visit(window.ContentWidget());
+
+    std::vector<RectControl*> top = childrenOf(content);
+    std::map<RectControl*, std::vector<RectControl*>> held;  // frame -> window controls within it
+    std::vector<RectControl*> blocks;
+    for (RectControl* control : top) {
+        if (RectControl* frame = EnclosingFrame(controls, *control, content)) {
+            held[frame].push_back(control);
+        } else {
+            blocks.push_back(control);
+        }
+    }
+    std::stable_sort(blocks.begin(), blocks.end(), [](const RectControl* a, const RectControl* b) {
+        return a->Top() != b->Top() ? a->Top() < b->Top() : a->Left() < b->Left();
+    });
+    for (RectControl* block : blocks) {
+        visit(block);
+        std::vector<RectControl*>& within = held[block];
+        std::stable_sort(within.begin(), within.end(), byTabIndex);
+        for (RectControl* control : within) {
+            visit(control);
+        }
+    }
+    return chain;
+}
+
+void RebuildTabChain(Window& window) {
+    const std::vector<QWidget*> chain = TabChain(window);
     for (std::size_t i = 1; i < chain.size(); ++i) {
         QWidget::setTabOrder(chain[i - 1], chain[i]);
     }
 }
 
+namespace {
+
+// The radio buttons of one group are one stop: the chosen one, or the first of a group where
+// none is chosen.
+bool IsRadioStop(const QRadioButton& radio, const std::vector<QWidget*>& chain) {
+    if (radio.isChecked() || !radio.autoExclusive()) {
+        return true;
+    }
+    const QRadioButton* first = nullptr;
+    for (QWidget* other : chain) {
+        auto* sibling = qobject_cast<QRadioButton*>(other);
+        if (sibling == nullptr || sibling->parentWidget() != radio.parentWidget() ||
+            !sibling->autoExclusive() || !sibling->isVisible()) {
+            continue;
+        }
+        if (sibling->isChecked()) {
+            return false;
+        }
+        first = first != nullptr ? first : sibling;
+    }
+    return first == &radio;
+}
+
+bool IsTabStop(QWidget& widget, const std::vector<QWidget*>& chain) {
+    if ((widget.focusPolicy() & Qt::TabFocus) == 0 || !widget.isVisible() || !widget.isEnabled()) {
+        return false;
+    }
+    auto* radio = qobject_cast<QRadioButton*>(&widget);
+    return radio == nullptr || IsRadioStop(*radio, chain);
+}
+
+}  // namespace
+
+// Tab and Shift+Tab go through the window's own chain, not Qt's: Qt keeps its chain in the order
+// widgets were made and moved, and re-ordering it pairwise does not hold where frames hold some
+// controls and not others.
+bool MoveFocusAlongTabChain(const Window& window, bool forward) {
+    const std::vector<QWidget*> chain = TabChain(window);
+    const auto count = static_cast<std::ptrdiff_t>(chain.size());
+    if (count == 0) {
+        return false;
+    }
+    const auto at = std::find(chain.begin(), chain.end(), QApplication::focusWidget());
+    std::ptrdiff_t index = at == chain.end() ? (forward ? -1 : count) : at - chain.begin();
+    for (std::ptrdiff_t step = 0; step < count; ++step) {
+        index = ((forward ? index + 1 : index - 1) % count + count) % count;
+        if (IsTabStop(*chain[std::size_t(index)], chain)) {
+            chain[std::size_t(index)]->setFocus(forward ? Qt::TabFocusReason
+                                                        : Qt::BacktabFocusReason);
+            return true;
+        }
+    }
+    return false;
+}
+
+// A label is passive: the pointer and its presses go through it to what lies beneath (a canvas
+// it overlaps keeps the pointer, a frame or the window gets the press), unless it is selectable.
 LabelWidget::LabelWidget() {
     setTextFormat(Qt::PlainText);
     setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    setAttribute(Qt::WA_TransparentForMouseEvents);
 }
 
-// A label is passive: a press on it goes on to what lies beneath (its frame, the window).
 void LabelWidget::mousePressEvent(QMouseEvent* event) {
     if (textInteractionFlags() & Qt::TextSelectableByMouse) {
         QLabel::mousePressEvent(event);
@@ -406,6 +544,11 @@ void RectControl::SetInitialParent(std::string v) {
     Place();
 }
 
+void RectControl::EnterFrame(RectControl& frame) {
+    enclosure_ = &frame;
+    Place();
+}
+
 void RectControl::Place() {
     if (window_ == nullptr || widget_ == nullptr || placing_) {
         return;
@@ -413,8 +556,10 @@ void RectControl::Place() {
     placing_ = true;
     QWidget* parent = window_->ContentWidget();
     std::int64_t originLeft = 0, originTop = 0;
-    if (!initialParent_.empty()) {
-        auto* host = dynamic_cast<RectControl*>(window_->_ControlByName(initialParent_));
+    if (!initialParent_.empty() || enclosure_ != nullptr) {
+        auto* host = initialParent_.empty()
+                         ? enclosure_
+                         : dynamic_cast<RectControl*>(window_->_ControlByName(initialParent_));
         // A parent that is not there yet takes the control over when it is added.
         if (host != nullptr && host != this && host->widget_ != nullptr &&
             !widget_->isAncestorOf(host->widget_)) {
@@ -496,6 +641,7 @@ const ClassInfo& Label::StaticClass() {
                          static_cast<QLabel*>(c.Widget())
                              ->setTextInteractionFlags(v ? Qt::TextSelectableByMouse
                                                          : Qt::NoTextInteraction);
+                         c.Widget()->setAttribute(Qt::WA_TransparentForMouseEvents, !v);
                      }),
         }};
     return info;
@@ -561,6 +707,7 @@ void Canvas::Backdrop(Picture* picture) {
     auto* canvas = static_cast<qt::CanvasWidget*>(widget_);
     canvas->picture = picture;
     canvas->pixmap = picture != nullptr ? QPixmap::fromImage(picture->Data().image) : QPixmap();
+    canvas->setAccessibleName(picture != nullptr ? qt::ToQt(picture->Description()) : QString());
     canvas->update();
 }
 
@@ -603,6 +750,14 @@ std::unique_ptr<Picture> Picture::_OpenFromApp(const std::string& name) {
 
 std::int64_t Picture::Width() const {
     return std::lround(impl_->image.deviceIndependentSize().width());
+}
+
+void Picture::Description(const std::string& words) {
+    impl_->description = words;
+}
+
+const std::string& Picture::Description() const {
+    return impl_->description;
 }
 
 std::int64_t Picture::Height() const {

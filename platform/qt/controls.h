@@ -24,7 +24,7 @@ class Window;
 class Picture;
 
 class Control : public Object {
-public:
+  public:
     ~Control() override;
     // Record properties: Name, Index, InitialParent, TabPanelIndex, AllowAutoDeactivate, Tooltip,
     // and the stored-only ones every control record may carry.
@@ -40,14 +40,14 @@ public:
     // Called by Window::_AddControl.
     virtual void Attach(Window& window, const std::string& name);
 
-protected:
+  protected:
     Window* window_ = nullptr;
     std::string name_;
     std::int64_t index_ = 0;
 };
 
 class RectControl : public Control {
-public:
+  public:
     ~RectControl() override;
     // Record properties: Left, Top, Width, Height, Lock*, TabIndex, TabStop, Enabled, Visible,
     // InitialParent, Transparent, AllowFocusRing, ...
@@ -83,8 +83,10 @@ public:
     std::int64_t Top() const { return top_; }
     std::int64_t TabIndex() const { return tabIndex_; }
     bool TabStop() const { return tabStop_; }
+    // Puts the control's widget inside the frame's, keeping its place on the window.
+    void EnterFrame(RectControl& frame);
 
-protected:
+  protected:
     explicit RectControl(QWidget* widget);  // takes ownership of the widget
     QWidget* widget_;
     std::int64_t left_ = 0, top_ = 0, tabIndex_ = 0;
@@ -93,16 +95,17 @@ protected:
     std::int64_t width_ = 0, height_ = 0;
     bool visible_ = true;  // the control's own flag; Qt's depends on the parents as well
 
-private:
+  private:
     // Puts the widget on its parent (the window's content, or the widget of the control that
     // InitialParent names) at its window coordinates, then does the same for its own children.
     void Place();
     void ApplyFocusPolicy();
     bool placing_ = false;
+    RectControl* enclosure_ = nullptr;  // the frame it was gathered into, if any
 };
 
 class Label : public RectControl {
-public:
+  public:
     Label();
     // Value (string), TextColor, FontSize, Bold, Italic, Underline, TextAlignment, Multiline, ...
     static const ClassInfo& StaticClass();
@@ -112,7 +115,7 @@ public:
 };
 
 class TextField : public RectControl {
-public:
+  public:
     TextField();
     // Value (string), ReadOnly, TextColor, BackgroundColor, HasBorder, FontSize, Bold,
     // TextAlignment, Password, MaximumCharactersAllowed, ...
@@ -129,7 +132,7 @@ public:
 };
 
 class TextArea : public RectControl {
-public:
+  public:
     TextArea();
     static const ClassInfo& StaticClass();
     const ClassInfo& Class() const override { return StaticClass(); }
@@ -138,7 +141,7 @@ public:
 };
 
 class GroupBox : public RectControl {
-public:
+  public:
     GroupBox();
     // Caption, Bold, FontSize, ... A group box lies beneath the controls of its window, so a frame
     // drawn around window-level controls never swallows their clicks.
@@ -149,14 +152,14 @@ public:
 };
 
 class Separator : public RectControl {
-public:
+  public:
     Separator();
     static const ClassInfo& StaticClass();
     const ClassInfo& Class() const override { return StaticClass(); }
 };
 
 class PushButton : public RectControl {
-public:
+  public:
     PushButton();
     // Caption, Default, Cancel, FontSize, Bold, ...
     static const ClassInfo& StaticClass();
@@ -169,7 +172,7 @@ public:
 };
 
 class RadioButton : public RectControl {
-public:
+  public:
     RadioButton();
     // Caption, Value (boolean), ... The radio buttons of one parent exclude each other.
     static const ClassInfo& StaticClass();
@@ -177,16 +180,19 @@ public:
     void Value(bool on);  // false really clears it; no Action is raised by code
     bool Value() const;
     std::string Caption() const;
-    std::function<void(RadioButton&)> Action;  // raised by the user's click, also on a button already on
+    std::function<void(RadioButton&)>
+        Action;  // raised by the user's click, also on a button already on
     std::function<bool(RadioButton&, std::int64_t, std::int64_t)> MouseDown;
 };
 
 class Canvas : public RectControl {
-public:
+  public:
     Canvas();
     static const ClassInfo& StaticClass();
     const ClassInfo& Class() const override { return StaticClass(); }
-    void Backdrop(Picture* picture);  // nil leaves the canvas empty; the picture is not owned
+    // Nil leaves the canvas empty; the picture is not owned. A screen reader hears the canvas as
+    // the picture's description.
+    void Backdrop(Picture* picture);
     Picture* Backdrop() const;
     std::function<void(Canvas&)> MouseEnter;
     std::function<void(Canvas&)> MouseExit;
@@ -195,7 +201,7 @@ public:
 // A non-visual control. RunMode 0 is off, 1 fires once Period ms after it is started, 2 fires
 // every Period ms. Setting RunMode to 1 or 2 starts it; Reset starts the count again.
 class Timer : public Control {
-public:
+  public:
     Timer();
     ~Timer() override;
     // Period, RunMode (alias Mode).
@@ -212,14 +218,14 @@ public:
     void SetMode(std::int64_t v) { Mode(v); }
     void SetPeriod(std::int64_t v) { Period(v); }
 
-private:
+  private:
     std::unique_ptr<QTimer> timer_;
     std::int64_t mode_ = 0;
 };
 
 // A picture from the application's resources.
 class Picture : public Object {
-public:
+  public:
     ~Picture() override;
     static const ClassInfo& StaticClass();
     const ClassInfo& Class() const override { return StaticClass(); }
@@ -228,10 +234,13 @@ public:
     static std::unique_ptr<Picture> _OpenFromApp(const std::string& name);
     std::int64_t Width() const;
     std::int64_t Height() const;
+    // A few words that say what the picture shows, for those who cannot see it.
+    void Description(const std::string& words);
+    const std::string& Description() const;
     struct Impl;
     const Impl& Data() const { return *impl_; }
 
-private:
+  private:
     Picture();
     std::unique_ptr<Impl> impl_;
 };

@@ -2,11 +2,14 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QKeySequence>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPointer>
+#include <QTextDocument>
 #include <QTextEdit>
 #include <algorithm>
 
@@ -16,8 +19,20 @@
 
 namespace platform {
 
-// The tree is data; its Qt objects are made when a window first shows the bar. An item inside a
-// menu is a QAction; a menu of the bar, or an item with items of its own, is a QMenu.
+namespace {
+
+// Every item's view, so that the end of the run can take their Qt objects down while Qt is still
+// up: the menu bar itself is a static that lives to the end of the process.
+std::vector<MenuItem::Impl*>& Views() {
+    static std::vector<MenuItem::Impl*> views;
+    return views;
+}
+
+}  // namespace
+
+// The tree is data; its Qt objects are made when a window first shows the bar, and made again
+// if it is shown after ReleaseMenuViews. An item inside a menu is a QAction; a menu of the bar,
+// or an item with items of its own, is a QMenu.
 struct MenuItem::Impl {
     std::string name, caption, shortcut;
     bool visible = true, autoEnabled = true, enabled = true;
@@ -25,12 +40,19 @@ struct MenuItem::Impl {
     std::unique_ptr<QMenu> menu;
     std::vector<QPointer<QMenuBar>> bars;  // for a MenuBar: the window bars that show it
 
+    Impl() { Views().push_back(this); }
     ~Impl() {
+        std::erase(Views(), this);
         if (QCoreApplication::instance() == nullptr) {
-            // Qt is gone already (the end of the process): its objects die with it.
+            // Qt is gone already: its objects went with it.
             (void)action.release();
             (void)menu.release();
         }
+    }
+    void Release() {
+        menu.reset();
+        action.reset();
+        bars.clear();
     }
 };
 
@@ -58,23 +80,96 @@ bool IsMenu(const MenuItem& item) {
     return dynamic_cast<const MenuBar*>(item.Parent()) != nullptr || item.Count() > 0;
 }
 
-// An Edit command that no handler took does its work on the focused text field.
-void EditFocusedText(const std::string& shortcut) {
-    const QKeySequence keys = KeySequence(shortcut);
+enum class EditCommand { None, Undo, Cut, Copy, Paste };
+
+// The standard editing command an item stands for, known by its shortcut.
+EditCommand EditCommandOf(const MenuItem& item) {
+    const QKeySequence keys = KeySequence(item.Shortcut());
+    if (keys.isEmpty()) {
+        return EditCommand::None;
+    }
+    if (keys == QKeySequence(QKeySequence::Undo)) {
+        return EditCommand::Undo;
+    }
+    if (keys == QKeySequence(QKeySequence::Cut)) {
+        return EditCommand::Cut;
+    }
+    if (keys == QKeySequence(QKeySequence::Copy)) {
+        return EditCommand::Copy;
+    }
+    if (keys == QKeySequence(QKeySequence::Paste)) {
+        return EditCommand::Paste;
+    }
+    return EditCommand::None;
+}
+
+bool ClipboardHasText() {
+    const QClipboard* clipboard = QGuiApplication::clipboard();
+    return clipboard != nullptr && !clipboard->text().isEmpty();
+}
+
+// Whether the focused text field can do the command now. A read-only field can only copy, and
+// a password field gives nothing away.
+bool CanEdit(EditCommand command) {
+    QWidget* focus = QApplication::focusWidget();
+    if (auto* line = qobject_cast<QLineEdit*>(focus)) {
+        const bool writable = !line->isReadOnly();
+        const bool showsText = line->echoMode() == QLineEdit::Normal;
+        switch (command) {
+            case EditCommand::Undo:
+                return writable && line->isUndoAvailable();
+            case EditCommand::Cut:
+                return writable && showsText && line->hasSelectedText();
+            case EditCommand::Copy:
+                return showsText && line->hasSelectedText();
+            case EditCommand::Paste:
+                return writable && ClipboardHasText();
+            case EditCommand::None:
+                return false;
+        }
+    }
+    if (auto* area = qobject_cast<QTextEdit*>(focus)) {
+        const bool writable = !area->isReadOnly();
+        switch (command) {
+            case EditCommand::Undo:
+                return writable && area->document()->isUndoAvailable();
+            case EditCommand::Cut:
+                return writable && area->textCursor().hasSelection();
+            case EditCommand::Copy:
+                return area->textCursor().hasSelection();
+            case EditCommand::Paste:
+                return writable && area->canPaste();
+            case EditCommand::None:
+                return false;
+        }
+    }
+    return false;
+}
+
+// An Edit command that no handler took does its work on the focused text field, where the field
+// can do it: never a change to a read-only one.
+void EditFocusedText(EditCommand command) {
+    if (!CanEdit(command)) {
+        return;
+    }
     QWidget* focus = QApplication::focusWidget();
     auto* line = qobject_cast<QLineEdit*>(focus);
     auto* area = qobject_cast<QTextEdit*>(focus);
-    if (keys.isEmpty() || (line == nullptr && area == nullptr)) {
-        return;
-    }
-    if (keys == QKeySequence(QKeySequence::Undo)) {
-        line != nullptr ? line->undo() : area->undo();
-    } else if (keys == QKeySequence(QKeySequence::Cut)) {
-        line != nullptr ? line->cut() : area->cut();
-    } else if (keys == QKeySequence(QKeySequence::Copy)) {
-        line != nullptr ? line->copy() : area->copy();
-    } else if (keys == QKeySequence(QKeySequence::Paste)) {
-        line != nullptr ? line->paste() : area->paste();
+    switch (command) {
+        case EditCommand::Undo:
+            line != nullptr ? line->undo() : area->undo();
+            break;
+        case EditCommand::Cut:
+            line != nullptr ? line->cut() : area->cut();
+            break;
+        case EditCommand::Copy:
+            line != nullptr ? line->copy() : area->copy();
+            break;
+        case EditCommand::Paste:
+            line != nullptr ? line->paste() : area->paste();
+            break;
+        case EditCommand::None:
+            break;
     }
 }
 
@@ -89,16 +184,34 @@ void Choose(MenuItem& item) {
     if (item.Event_Action()) {
         return;
     }
-    EditFocusedText(item.Shortcut());
+    EditFocusedText(EditCommandOf(item));
 }
 
-void RaiseEnableMenuItems() {
-    if (Window* window = qt::ActiveWindow()) {
-        ProtectedCall([window] { window->Event_EnableMenuItems(); });
+// An item is offered when choosing it would do something now: the active window has a handler
+// for it, it acts by itself (Quit), or the focused field can do its editing command. Print, and
+// every item that nothing serves, is shown disabled.
+bool Served(const MenuItem& item) {
+    if (item.Count() > 0 || dynamic_cast<const MenuBar*>(item.Parent()) != nullptr) {
+        return true;  // a menu opens
     }
+    const Window* window = qt::ActiveWindow();
+    if (window != nullptr && window->HasMenuHandler(item.Name())) {
+        return true;
+    }
+    return item.ActsByItself() || CanEdit(EditCommandOf(item));
 }
 
 void Refresh(MenuItem& item);
+
+// Before a menu opens, the active window updates its items, and each shows whether it is served.
+void UpdateBeforeShowing(MenuItem& menu) {
+    if (Window* window = qt::ActiveWindow()) {
+        ProtectedCall([window] { window->Event_EnableMenuItems(); });
+    }
+    for (std::size_t i = 0; i < menu.Count(); ++i) {
+        Refresh(*menu.Item(i));
+    }
+}
 
 // The action that shows the item in its menu or bar, made on first use.
 QAction* Realize(MenuItem& item) {
@@ -106,8 +219,10 @@ QAction* Realize(MenuItem& item) {
     if (IsMenu(item)) {
         if (!view.menu) {
             view.menu = std::make_unique<QMenu>();
+            view.menu->setPalette(qt::LightPalette());
+            MenuItem* menu = &item;
             QObject::connect(view.menu.get(), &QMenu::aboutToShow, view.menu.get(),
-                             &RaiseEnableMenuItems);
+                             [menu] { UpdateBeforeShowing(*menu); });
             for (std::size_t i = 0; i < item.Count(); ++i) {
                 view.menu->addAction(Realize(*item.Item(i)));
             }
@@ -126,7 +241,9 @@ QAction* Realize(MenuItem& item) {
 }
 
 // Shows the item's current state in its Qt action. An item without a caption offers nothing to
-// choose, so it stays in the tree but is not shown.
+// choose, so it stays in the tree but is not shown. An AppleMenuItem belongs in the application
+// menu of a desktop that has one; Linux desktops have none, and the items the system marks so
+// repeat items of their menu ("About Korvane"), so they are not shown either.
 void Refresh(MenuItem& item) {
     MenuItem::Impl& view = item.View();
     QAction* action = view.menu ? view.menu->menuAction() : view.action.get();
@@ -141,8 +258,9 @@ void Refresh(MenuItem& item) {
         action->setText(separator ? QString() : qt::ToQt(view.caption));
         action->setShortcut(KeySequence(view.shortcut));
     }
-    action->setEnabled(view.enabled);
-    action->setVisible(view.visible && !view.caption.empty());
+    action->setEnabled(view.enabled && (separator || Served(item)));
+    action->setVisible(view.visible && !view.caption.empty() &&
+                       dynamic_cast<const AppleMenuItem*>(&item) == nullptr);
 }
 
 // The item became a menu (it got its first item) after it was shown as a plain action.
@@ -174,12 +292,19 @@ void ShowMenuBar(QMenuBar& qbar, MenuBar& bar) {
     }
 }
 
+void ReleaseMenuViews() {
+    for (MenuItem::Impl* view : Views()) {
+        view->Release();
+    }
+}
+
 void AddShortcuts(QWidget& widget, MenuItem& menu) {
     for (std::size_t i = 0; i < menu.Count(); ++i) {
         MenuItem& item = *menu.Item(i);
         if (item.Count() > 0) {
             AddShortcuts(widget, item);
-        } else if (!item.Shortcut().empty() && dynamic_cast<MenuBar*>(item.Parent()) == nullptr) {
+        } else if (!item.Shortcut().empty() && dynamic_cast<MenuBar*>(item.Parent()) == nullptr &&
+                   EditCommandOf(item) == EditCommand::None) {
             widget.addAction(Realize(item));
         }
     }
@@ -317,6 +442,10 @@ const ClassInfo& AppleMenuItem::StaticClass() {
 const ClassInfo& QuitMenuItem::StaticClass() {
     static const ClassInfo info{"QuitMenuItem", &MenuItem::StaticClass(), {}};
     return info;
+}
+
+bool QuitMenuItem::ActsByItself() const {
+    return true;
 }
 
 bool QuitMenuItem::Event_Action() {

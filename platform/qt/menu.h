@@ -4,10 +4,12 @@
 // Choosing an item runs the handler that the active window registered for the item's name
 // (Window::_AddMenuHandler); failing that, the item's own Event_Action (QuitMenuItem quits).
 // An Edit item without a handler whose shortcut is Undo, Cut, Copy or Paste does the same to
-// the focused text field, as on any desktop. A handler that returns false passes the choice on.
+// the focused text field where the field can (a read-only field only copies), as on any desktop.
+// A handler that returns false passes the choice on. An item is shown enabled only while choosing
+// it would do something; Enabled written by code can disable it further.
 // "Cmd+" in a Shortcut is shown and bound as Ctrl+; a window without a bar of its own answers
-// the shortcuts of the application's bar. A node without a caption stays in the tree but is not
-// shown, having nothing to choose.
+// the shortcuts of the application's bar but for the editing ones, which its fields serve
+// themselves. A node without a caption, and an AppleMenuItem, stays in the tree but is not shown.
 #pragma once
 
 #include <memory>
@@ -19,7 +21,7 @@
 namespace platform {
 
 class MenuItem : public Object {
-public:
+  public:
     MenuItem();
     ~MenuItem() override;
     static const ClassInfo& StaticClass();
@@ -40,8 +42,8 @@ public:
     void Enabled(bool v);
     bool Enabled() const;
 
-    void AddMenu(std::unique_ptr<MenuItem> item);  // appends; the tree owns its items
-    MenuItem* Child(const std::string& name) const;  // direct child, or nullptr
+    void AddMenu(std::unique_ptr<MenuItem> item);      // appends; the tree owns its items
+    MenuItem* Child(const std::string& name) const;    // direct child, or nullptr
     MenuItem* _Lookup(const std::string& name) const;  // any depth below this node, or nullptr
     std::size_t Count() const;
     MenuItem* Item(std::size_t index) const;
@@ -49,34 +51,38 @@ public:
 
     // What choosing the item does when no window handler takes it. Returns whether it acted.
     virtual bool Event_Action() { return false; }
+    // Whether Event_Action does something: such an item is offered in any window.
+    virtual bool ActsByItself() const { return false; }
 
     struct Impl;  // the Qt actions that show this item
     Impl& View() const { return *impl_; }
 
-private:
+  private:
     MenuItem* parent_ = nullptr;
     std::vector<std::unique_ptr<MenuItem>> children_;
     std::unique_ptr<Impl> impl_;
 };
 
 class MenuBar : public MenuItem {
-public:
+  public:
     static const ClassInfo& StaticClass();
     const ClassInfo& Class() const override { return StaticClass(); }
 };
 
-// An item for the platform's application menu; on this platform it stays where it was added.
+// An item for the application menu of a desktop that has one. Linux desktops have none: the item
+// stays in the tree and is not shown.
 class AppleMenuItem : public MenuItem {
-public:
+  public:
     static const ClassInfo& StaticClass();
     const ClassInfo& Class() const override { return StaticClass(); }
 };
 
 class QuitMenuItem : public MenuItem {
-public:
+  public:
     static const ClassInfo& StaticClass();
     const ClassInfo& Class() const override { return StaticClass(); }
     bool Event_Action() override;  // QuitMenuAction
+    bool ActsByItself() const override;
 };
 
 // Ends the run as the platform's Quit item does (exit status 0).

@@ -4,8 +4,10 @@
 #pragma once
 
 #include <QFont>
+#include <QPalette>
 #include <QString>
 #include <string>
+#include <vector>
 
 class QKeyEvent;
 class QMenuBar;
@@ -52,14 +54,27 @@ void ReturnedFromMessage(Window* window);
 // screens the layouts were drawn for. Qt points are 1/72 inch at the screen's logical DPI.
 double QtPointSize(double recordPoints, const QWidget& widget);
 
-// Rebuilds the Qt tab chain of the window from TabIndex and TabStop.
+// Qt's light palette, complete: the look of every window whatever the desktop's theme.
+const QPalette& LightPalette();
+// Describes labels and canvases to screen readers (once per process).
+void InstallAccessibility();
+// The window's Tab chain (reading order, TabIndex within a frame), and Qt's chain set to it.
+std::vector<QWidget*> TabChain(const Window& window);
 void RebuildTabChain(Window& window);
+// Tab (forward) or Shift+Tab: the focus to the next stop of the chain (TabStop, shown, enabled;
+// one per radio group). False when the window has none.
+bool MoveFocusAlongTabChain(const Window& window, bool forward);
+// Moves the window's radio buttons into the frame whose rectangle holds them.
+void GatherRadioButtonsIntoFrames(Window& window);
 // Return in a text field: raises Action of the window's first button with Default set, in
 // creation order, when that button can be pressed. False when there is none.
 bool PressDefaultButton(Window& window);
 
 // The Qt menu bar `qbar` shows the menus of `bar` and follows their later changes.
 void ShowMenuBar(QMenuBar& qbar, MenuBar& bar);
+// Deletes the Qt objects of every menu tree; the trees stay and show again when a bar is shown.
+// The end of the run calls it, so that no menu of a static bar outlives the QApplication.
+void ReleaseMenuViews();
 // The shortcuts of the menu's items work in `widget`'s window, which shows no bar of its own.
 void AddShortcuts(QWidget& widget, MenuItem& menu);
 

@@ -5,15 +5,20 @@
 #include <QIcon>
 #include <QKeyEvent>
 #include <QMessageBox>
+#include <QPalette>
+#include <QStyle>
+#include <QStyleFactory>
 #include <QTimer>
 #include <QWidget>
 #include <filesystem>
 #include <iostream>
+#include <memory>
 #include <thread>
 #include <typeinfo>
 
 #include "platform/core/object.h"
 #include "platform/core/recorder.h"
+#include "platform/qt/application.h"
 #include "platform/qt/fault_injection.h"
 #include "platform/qt/qt_support.h"
 #include "platform/qt/window.h"
@@ -27,7 +32,8 @@ namespace {
 // thread can exist.
 struct RunState {
     std::thread::id mainThread = std::this_thread::get_id();
-    QApplication* app = nullptr;  // made once, kept to the end of the process
+    QApplication* app = nullptr;
+    bool ownsApp = false;  // RuntimeInit made the QApplication, so the finalisers end it
     bool quitRequested = false;
     bool inLoop = false;  // _RuntimeRun's loop is running
     bool failed = false;  // a failure went unhandled: the exit status is 1
@@ -96,6 +102,7 @@ void ReportFault(const FailureText& text) {
                     QStringLiteral("Korvane ran into a fault and must close.\n\n") +
                         qt::ToQt(text.className + ": " + text.message),
                     QMessageBox::Ok);
+    box.setPalette(qt::LightPalette());
     box.exec();
     State().reporting = false;
 }
@@ -122,9 +129,68 @@ bool HasPictures(const std::filesystem::path& directory) {
            std::filesystem::exists(directory / "tformula.png", error);
 }
 
+// The windows are drawn as their records give them, on white grounds in the records' colours,
+// whatever the desktop's theme: a dark theme would otherwise draw the default texts (captions of
+// radio buttons and frames) light on those white grounds. So the run keeps Qt's own style, and
+// its light palette goes to the application, to every class the theme gives a palette of its
+// own, and to every window, menu and message box (qt::LightPalette), which a later change of
+// the desktop's theme does not reach.
+void KeepLightLook() {
+    if (QStyle* fusion = QStyleFactory::create(QStringLiteral("Fusion"))) {
+        QApplication::setStyle(fusion);
+    }
+    QApplication::setPalette(qt::LightPalette());
+    for (const char* themed :
+         {"QAbstractButton", "QPushButton",       "QToolButton", "QCheckBox",
+          "QRadioButton",    "QGroupBox",         "QLabel",      "QMessageBoxLabel",
+          "QMenu",           "QMenuBar",          "QTextEdit",   "QTextControl",
+          "QLineEdit",       "QAbstractItemView", "QHeaderView", "QTabBar",
+          "QComboBox",       "QAbstractSpinBox",  "QStatusBar",  "QToolTip"}) {
+        QApplication::setPalette(qt::LightPalette(), themed);
+    }
+}
+
 }  // namespace
 
 namespace qt {
+
+// Qt's classic light palette, written out: the style's own "standard" palette follows the
+// desktop's theme. Every colour of every group is set, so that nothing of it is ever resolved
+// against the desktop's palette.
+const QPalette& LightPalette() {
+    static const QPalette light = [] {
+        QPalette full;
+        auto set = [&full](QPalette::ColorRole role, QColor active, QColor disabled) {
+            full.setColor(QPalette::Active, role, active);
+            full.setColor(QPalette::Inactive, role, active);
+            full.setColor(QPalette::Disabled, role, disabled);
+        };
+        const QColor black(0x00, 0x00, 0x00), white(0xff, 0xff, 0xff), grey(0xef, 0xef, 0xef);
+        const QColor faint(0xbe, 0xbe, 0xbe);
+        set(QPalette::WindowText, black, faint);
+        set(QPalette::Window, grey, grey);
+        set(QPalette::Base, white, grey);
+        set(QPalette::AlternateBase, QColor(0xf7, 0xf7, 0xf7), QColor(0xf7, 0xf7, 0xf7));
+        set(QPalette::Text, black, faint);
+        set(QPalette::PlaceholderText, QColor(0x00, 0x00, 0x00, 0x80), faint);
+        set(QPalette::Button, grey, grey);
+        set(QPalette::ButtonText, black, faint);
+        set(QPalette::BrightText, white, white);
+        set(QPalette::Light, white, white);
+        set(QPalette::Midlight, QColor(0xca, 0xca, 0xca), QColor(0xca, 0xca, 0xca));
+        set(QPalette::Mid, QColor(0xb8, 0xb8, 0xb8), QColor(0xb8, 0xb8, 0xb8));
+        set(QPalette::Dark, QColor(0x9f, 0x9f, 0x9f), QColor(0xbe, 0xbe, 0xbe));
+        set(QPalette::Shadow, QColor(0x76, 0x76, 0x76), QColor(0xb1, 0xb1, 0xb1));
+        set(QPalette::Highlight, QColor(0x30, 0x8c, 0xc6), QColor(0x91, 0x91, 0x91));
+        set(QPalette::HighlightedText, white, white);
+        set(QPalette::Link, QColor(0x00, 0x00, 0xff), QColor(0x00, 0x00, 0xff));
+        set(QPalette::LinkVisited, QColor(0xff, 0x00, 0xff), QColor(0xff, 0x00, 0xff));
+        set(QPalette::ToolTipBase, QColor(0xff, 0xff, 0xdc), QColor(0xff, 0xff, 0xdc));
+        set(QPalette::ToolTipText, black, black);
+        return full;
+    }();
+    return light;
+}
 
 std::string KeyString(const QKeyEvent& event) {
     switch (event.key()) {
@@ -195,8 +261,11 @@ void RuntimeInit() {
         // Qt 6 scales for dense screens by itself; fractional factors stay fractional.
         QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
             Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
-        state.app = new QApplication(argc, argv);  // lives to the end of the process
+        state.app = new QApplication(argc, argv);
+        state.ownsApp = true;
     }
+    KeepLightLook();
+    qt::InstallAccessibility();
     // The run ends by Quit alone (closing the control window calls it): windows that hide or
     // close must never end it behind the system's back.
     QApplication::setQuitOnLastWindowClosed(false);
@@ -220,8 +289,23 @@ void RuntimePerformInitializers(std::span<const Initializer> table) {
     }
 }
 
+// Everything of Qt's that the run made goes while Qt is still up: the windows, the application
+// object and the Qt menus of the one menu bar, which itself is a static of the process. Then the
+// QApplication that RuntimeInit made ends, before main returns, so that no static of the process
+// is destroyed after Qt is gone. One that a host made (a test's) stays the host's.
 void RuntimePerformFinalizers() {
     DestroyAllWindows();
+    DestroyAppObject();
+    qt::ReleaseMenuViews();
+    RunState& state = State();
+    if (QCoreApplication::instance() != nullptr) {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    if (state.ownsApp) {
+        delete state.app;
+        state.app = nullptr;
+        state.ownsApp = false;
+    }
 }
 
 int RuntimeExit() {
@@ -337,6 +421,7 @@ void MsgBox(const std::string& text) {
             .replace(QChar('\r'), QChar('\n'));
         QMessageBox box(QMessageBox::Information, QStringLiteral("Korvane"), shown, QMessageBox::Ok,
                         active != nullptr ? active->Widget() : nullptr);
+        box.setPalette(qt::LightPalette());
         box.exec();
     }
     // The window the user worked in gets the keyboard back, also where no window manager hands

@@ -19,18 +19,21 @@
 namespace platform {
 
 // --- Process, in the order main calls them ---
-void RuntimeInit();  // creates the QApplication; the very first call of the process
+// Creates the QApplication, unless the host (a test) made one already; the very first call.
+void RuntimeInit();
 using Initializer = void (*)();
 void RuntimePerformInitializers(std::span<const Initializer> table);  // runs them in table order
+// Takes down the windows, the application object, the Qt menus, and the QApplication that
+// RuntimeInit made.
 void RuntimePerformFinalizers();
 int RuntimeExit();  // the exit status: Quit's code, or 1 once a failure went unhandled
 void RuntimeVersion(double stamp);  // the runtime version call; the stamp is kept and not used
 void _SetSupportsHiDPI(bool supported);
-void _RuntimeInitExternalClasses();  // nothing to bind on this platform
-void _InitPluginEntrypoints();       // no plug-ins on this platform
+void _RuntimeInitExternalClasses();                       // nothing to bind on this platform
+void _InitPluginEntrypoints();                            // no plug-ins on this platform
 void _RunFrameworkInitialization(void (*lateStartup)());  // calls it once, in the loop's first turn
-void _RuntimeRun();                  // returns when the application quits
-void Quit(std::int64_t code);        // ends the run loop; code becomes the exit status
+void _RuntimeRun();                                       // returns when the application quits
+void Quit(std::int64_t code);  // ends the run loop; code becomes the exit status
 // Forgets a Quit and an unhandled failure, so that another run can start: for tests.
 void _RuntimeResetRun();
 

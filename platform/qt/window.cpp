@@ -36,6 +36,7 @@ class WindowFrame : public QMainWindow {
   public:
     explicit WindowFrame(Window* window) : owner(window) {
         setAttribute(Qt::WA_QuitOnClose, false);
+        setPalette(qt::LightPalette());  // the controls inherit it, whatever the theme says
     }
     Window* owner;
 
@@ -43,6 +44,11 @@ class WindowFrame : public QMainWindow {
     bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    bool focusNextPrevChild(bool next) override {
+        return (owner != nullptr && qt::MoveFocusAlongTabChain(*owner, next)) ||
+               QMainWindow::focusNextPrevChild(next);
+    }
 };
 
 // The content of a window: presses on its background (and on passive controls, which let
@@ -134,20 +140,75 @@ void WindowFrame::closeEvent(QCloseEvent* event) {
     }
 }
 
-void WindowFrame::keyPressEvent(QKeyEvent* event) {
-    if (owner != nullptr && !qt::IsShortcutPress(*event) && !FocusInTextField()) {
-        const std::string key = qt::KeyString(*event);
-        if (!key.empty()) {
-            Window* window = owner;
-            bool took = false;
-            ProtectedCall([window, &key, &took] { took = window->Event_KeyDown(key); });
-            if (took) {
-                event->accept();
-                return;
+bool IsModifierKey(int key) {
+    return key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Alt ||
+           key == Qt::Key_Meta || key == Qt::Key_AltGr || key == Qt::Key_Super_L ||
+           key == Qt::Key_Super_R;
+}
+
+// A modifier is a key press of its own only when it is tapped: pressed and released with no
+// other key between. Held for a combination (Alt+F4, Ctrl+Q), it is part of that combination,
+// which a menu, a field or the window manager takes. Every key press of the application passes
+// here, shortcuts included, so a combination is seen even where no window gets it.
+class ModifierTaps : public QObject {
+  public:
+    // Watches the application that runs now (a run may make a new one).
+    static ModifierTaps& Instance() {
+        static QPointer<ModifierTaps> taps;
+        if (taps.isNull()) {
+            taps = new ModifierTaps(QCoreApplication::instance());
+        }
+        return *taps;
+    }
+    bool Tapped(const QKeyEvent& release) const {
+        return !release.isAutoRepeat() && release.key() == pressed_;
+    }
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride) {
+            const auto& press = *static_cast<QKeyEvent*>(event);
+            if (!press.isAutoRepeat()) {
+                pressed_ = IsModifierKey(press.key()) ? press.key() : 0;
             }
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+  private:
+    explicit ModifierTaps(QObject* app) : QObject(app) { app->installEventFilter(this); }
+    int pressed_ = 0;  // the modifier pressed last, while no other key followed it
+};
+
+bool RaiseKeyDown(Window& window, const std::string& key) {
+    bool took = false;
+    ProtectedCall([&window, &key, &took] { took = window.Event_KeyDown(key); });
+    return took;
+}
+
+// Every key press that no field and no shortcut took is the window's KeyDown: also a function
+// key, a combination with Ctrl or Alt and a tapped modifier, which give the key string they have
+// (empty for most). So a window that gives way "on any key" does so on every key a person presses.
+void WindowFrame::keyPressEvent(QKeyEvent* event) {
+    if (owner != nullptr && !FocusInTextField() && !IsModifierKey(event->key())) {
+        if (RaiseKeyDown(*owner,
+                         qt::IsShortcutPress(*event) ? std::string() : qt::KeyString(*event))) {
+            event->accept();
+            return;
         }
     }
     QMainWindow::keyPressEvent(event);
+}
+
+void WindowFrame::keyReleaseEvent(QKeyEvent* event) {
+    if (owner != nullptr && !FocusInTextField() && IsModifierKey(event->key()) &&
+        ModifierTaps::Instance().Tapped(*event)) {
+        if (RaiseKeyDown(*owner, std::string())) {
+            event->accept();
+            return;
+        }
+    }
+    QMainWindow::keyReleaseEvent(event);
 }
 
 }  // namespace
@@ -261,6 +322,7 @@ struct Window::Impl {
 };
 
 Window::Window() : impl_(std::make_unique<Impl>()) {
+    ModifierTaps::Instance();
     impl_->frame = new WindowFrame(this);
     impl_->content = new WindowContent(this);
     impl_->frame->setCentralWidget(impl_->content);
@@ -329,6 +391,7 @@ void Window::Constructor() {
     CreateControls();
     AddMenuHandlers();
     impl_->constructing = false;
+    qt::GatherRadioButtonsIntoFrames(*this);
     qt::RebuildTabChain(*this);
     if (impl_->showWhenBuilt) {
         impl_->ShowFrame();
@@ -357,10 +420,13 @@ bool Window::Visible() const {
 
 // While Event_Close runs, the window is still on record: an accessor called there finds this
 // window, so one that hides itself keeps what its user typed.
+// A window whose record gives it no close button cannot be closed from outside either: the
+// window manager's close (Alt+F4 on most desktops) is refused, so the about window never vanishes
+// with its timer and leaves the run without a window.
 void Window::Close() {
     _UITrap();
-    if (impl_->closed || impl_->closing) {
-        return;  // closed already, or a Close from inside Event_Close
+    if (impl_->closed || impl_->closing || !impl_->hasClose) {
+        return;  // closed already, a Close from inside Event_Close, or no close button
     }
     struct Closing {
         Impl& impl;

@@ -26,7 +26,7 @@ class Control;
 class MenuBar;
 
 class Window : public Object {
-public:
+  public:
     Window();
     ~Window() override;
 
@@ -45,7 +45,8 @@ public:
     void Hide();  // the window and its controls stay alive
     bool Visible() const;
     // What the close button does: raises Event_Close. A window that hid itself there stays alive
-    // (hidden); any other is closed and leaves the registry.
+    // (hidden); any other is closed and leaves the registry. Nothing for a window whose record
+    // gives it no close button: the window manager cannot close it either.
     void Close();
     std::string Title() const;
 
@@ -75,7 +76,10 @@ public:
     //   Activate: each time the window becomes the active one, but not when it gets the keyboard
     //     back from a dismissed MsgBox. EnableMenuItems follows each Activate, and comes when a
     //     menu of the bar is about to open.
-    //   KeyDown: presses that no text field has the focus for, without Ctrl, Alt or Meta.
+    //   KeyDown: every press that no text field has the focus for and no menu shortcut took,
+    //     function keys and combinations included, and a modifier tapped alone (at its release;
+    //     held for a combination it is part of that). The key string is empty for a press with
+    //     Ctrl, Alt or Meta and for a key without a character.
     //   MouseDown: presses on the content's background and on passive controls (labels,
     //     canvases, separators, frames whose own MouseDown did not take the press); x and y in
     //     content coordinates.
@@ -116,7 +120,7 @@ public:
     void SetMenuBarVisible(bool v);
     void SetFullScreen(bool v);
 
-private:
+  private:
     struct Impl;
     std::unique_ptr<Impl> impl_;
 };
@@ -124,7 +128,8 @@ private:
 // The living window of that run-time class, or nullptr if there is none.
 Window* _GetImplicitWindow(std::string_view fullClassName);
 // The class table of a window class: how to allocate one. Registering twice keeps the first.
-void RegisterWindowClass(std::string_view fullClassName, std::function<std::unique_ptr<Window>()> make);
+void RegisterWindowClass(std::string_view fullClassName,
+                         std::function<std::unique_ptr<Window>()> make);
 // The accessor of a window class: the living window, or a new one of the registered class,
 // entered in the registry and then given its Constructor(). NilObjectException for a class
 // that was never registered.

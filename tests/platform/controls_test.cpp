@@ -168,23 +168,26 @@ TEST_F(ControlsTest, AHiddenControlCannotBeClickedAndShowsAgainWithItsFrame) {
     EXPECT_TRUE(form.m1fld().Widget()->isVisible());
 }
 
-TEST_F(ControlsTest, TabFollowsTabIndexWithinEachParentAndSkipsControlsWithoutTabStop) {
+TEST_F(ControlsTest, TabFollowsReadingOrderAcrossTheWindowAndTabIndexInsideAFrame) {
     FormWnd& form = ShownForm();
     form.m1fld().SetFocus();
     QTRY_COMPARE(QApplication::focusWidget(), form.m1fld().Widget());
 
-    // The window's controls by TabIndex: rfld (2), the frame (3) with m1fld (0), n1fld (1) and
-    // the label inside it, title (4), IBtn (5), RBtn (6), HelpBtn (7), CalcBtn (8), typeBox
-    // (14). The frame, the label, the canvas and CalcBtn have no tab stop; the two radio
-    // buttons are one stop, as a radio group is on this desktop (arrows move within it).
+    // Top to bottom: the title (no stop), typeBox with the radio group (one stop), the frame
+    // with m1fld (0) and n1fld (1), rfld, then CalcBtn (no stop) and HelpBtn on the last row.
+    // By TabIndex alone rfld (2) would come before the frame (3) and the radios (5, 6) after it.
+    for (QWidget* w = form.m1fld().Widget()->nextInFocusChain(); w != form.m1fld().Widget();
+         w = w->nextInFocusChain())
+        fprintf(stderr, "chain %s %s %d\n", w->metaObject()->className(),
+                qPrintable(w->objectName()), int(w->focusPolicy()));
     std::vector<QWidget*> visited;
     for (int i = 0; i < 5; ++i) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         visited.push_back(QApplication::focusWidget());
     }
 
-    const std::vector<QWidget*> expected = {form.n1fld().Widget(), form.IBtn().Widget(),
-                                            form.HelpBtn().Widget(), form.rfld().Widget(),
+    const std::vector<QWidget*> expected = {form.n1fld().Widget(), form.rfld().Widget(),
+                                            form.HelpBtn().Widget(), form.IBtn().Widget(),
                                             form.m1fld().Widget()};
     EXPECT_EQ(visited, expected);
 }
@@ -193,17 +196,29 @@ TEST_F(ControlsTest, ShiftTabMovesBackwardsAndTabEntersARadioGroupAtItsChosenBut
     FormWnd& form = ShownForm();
     form.RBtn().Value(true);
     form.IBtn().Value(false);
-    form.n1fld().SetFocus();
-    QTRY_COMPARE(QApplication::focusWidget(), form.n1fld().Widget());
+    form.m1fld().SetFocus();
+    QTRY_COMPARE(QApplication::focusWidget(), form.m1fld().Widget());
 
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
     EXPECT_EQ(QApplication::focusWidget(), form.RBtn().Widget());
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
-    EXPECT_EQ(QApplication::focusWidget(), form.n1fld().Widget());
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(QApplication::focusWidget(), form.HelpBtn().Widget());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), form.RBtn().Widget());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     EXPECT_EQ(QApplication::focusWidget(), form.m1fld().Widget());
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
-    EXPECT_EQ(QApplication::focusWidget(), form.rfld().Widget());
+}
+
+TEST_F(ControlsTest, RadioButtonsDrawnInsideAFrameAreItsGroupAndKeepTheirPlace) {
+    FormWnd& form = ShownForm();
+    const QWidget* content = form.ContentWidget();
+
+    for (platform::RadioButton* radio : {&form.IBtn(), &form.RBtn()}) {
+        EXPECT_EQ(radio->Widget()->parentWidget(), form.typeBox().Widget());
+        EXPECT_EQ(radio->Widget()->mapTo(content, QPoint(0, 0)),
+                  QPoint(int(radio->Left()), int(radio->Top())));
+    }
+    EXPECT_EQ(form.rfld().Widget()->parentWidget(), content);  // only radio buttons move
 }
 
 TEST_F(ControlsTest, ALowerTabIndexSetLaterMovesAControlForward) {

@@ -39,6 +39,7 @@ std::unique_ptr<platform::MenuBar> BuildBar() {
     bar->AddMenu(Item("EditMenu", "Edit"));
     bar->Child("EditMenu")->AddMenu(Item("EditUndo", "Undo", "Cmd+Z"));
     bar->Child("EditMenu")->AddMenu(Item("EditLine", "-"));
+    bar->Child("EditMenu")->AddMenu(Item("EditCut", "Cut", "Cmd+X"));
     bar->Child("EditMenu")->AddMenu(Item("EditCopy", "Copy", "Cmd+C"));
     bar->Child("EditMenu")->AddMenu(Item("EditPaste", "Paste", "Cmd+V"));
     bar->AddMenu(Item("WindowMenu", "Window"));
@@ -75,6 +76,21 @@ class MenuTest : public PlatformTest {
         }
         return nullptr;
     }
+    // As a person chooses: the menu opens, which updates its items, and the item is triggered
+    // if it is enabled. Returns whether it was.
+    bool Choose(const std::string& menu, const std::string& item) {
+        for (QAction* top : Shown().actions()) {
+            if (top->menu() != nullptr && top->text().toStdString() == menu) {
+                emit top->menu()->aboutToShow();
+            }
+        }
+        QAction* action = ShownItem(menu, item);
+        if (action == nullptr || !action->isEnabled()) {
+            return false;
+        }
+        action->trigger();
+        return true;
+    }
 
     std::unique_ptr<platform::MenuBar> bar;
     FormWnd* form = nullptr;
@@ -91,7 +107,7 @@ TEST_F(MenuTest, TheBarShowsItsMenusInOrderWithCaptionsAndCtrlShortcuts) {
 
     QMenu* edit = ShownMenu(2);
     ASSERT_NE(edit, nullptr);
-    ASSERT_EQ(edit->actions().size(), 4);
+    ASSERT_EQ(edit->actions().size(), 5);
     EXPECT_EQ(edit->actions().at(0)->text(), QStringLiteral("Undo"));
     EXPECT_TRUE(edit->actions().at(1)->isSeparator());
     EXPECT_EQ(ShownItem("File", "Quit")->shortcut(), QKeySequence(QStringLiteral("Ctrl+Q")));
@@ -108,6 +124,7 @@ TEST_F(MenuTest, ItemsAreFoundByNameAtAnyDepthAndTheirWritesReachTheShownItemsAt
     EXPECT_NE(dynamic_cast<platform::QuitMenuItem*>(bar->_Lookup("FileQuit")), nullptr);
     EXPECT_EQ(bar->_Lookup("Nothing"), nullptr);
 
+    form->_AddMenuHandler("AboutMenuItem", [] { return false; });
     QAction* about = ShownItem("Window", "About Korvane");
     ASSERT_NE(about, nullptr);
     MenuItem& item = *bar->_Lookup("AboutMenuItem");
@@ -128,8 +145,7 @@ TEST_F(MenuTest, ChoosingAnItemRunsTheActiveWindowsHandlerAndOneWithoutDoesNothi
         return false;
     });
 
-    ShownItem("Window", "About Korvane")->trigger();
-
+    EXPECT_TRUE(Choose("Window", "About Korvane"));
     ShownItem("File", "Print")->trigger();  // an item without a handler does nothing
 
     EXPECT_EQ(runs, 1);
@@ -142,13 +158,13 @@ TEST_F(MenuTest, AFailingMenuHandlerIsReported) {
     form->_AddMenuHandler("AboutMenuItem",
                           []() -> bool { throw platform::NilObjectException("no window"); });
 
-    ShownItem("Window", "About Korvane")->trigger();
+    EXPECT_TRUE(Choose("Window", "About Korvane"));
 
     EXPECT_EQ(FirstFailureClass(), "NilObjectException");
 }
 
 TEST_F(MenuTest, TheQuitItemEndsTheRunWithStatus0) {
-    QTimer::singleShot(0, [this] { ShownItem("File", "Quit")->trigger(); });
+    QTimer::singleShot(0, [this] { EXPECT_TRUE(Choose("File", "Quit")); });
 
     platform::_RuntimeRun();
 
@@ -174,10 +190,10 @@ TEST_F(MenuTest, EditItemsWithoutHandlerWorkOnTheFocusedField) {
     form->m1fld().Text("42");
     static_cast<QLineEdit*>(form->m1fld().Widget())->selectAll();
 
-    ShownItem("Edit", "Copy")->trigger();
+    EXPECT_TRUE(Choose("Edit", "Copy"));
     form->n1fld().SetFocus();
     QTRY_COMPARE(QApplication::focusWidget(), form->n1fld().Widget());
-    ShownItem("Edit", "Paste")->trigger();
+    EXPECT_TRUE(Choose("Edit", "Paste"));
 
     EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("42"));
     EXPECT_EQ(form->n1fld().Text(), "42");
@@ -237,6 +253,84 @@ TEST_F(MenuTest, AWindowWithoutABarAnswersTheShortcutsOfTheApplicationsBar) {
 
     EXPECT_EQ(platform::RuntimeExit(), 0);
     platform::DestroyAppObject();
+}
+
+// Which items a menu offers when it opens, with the focus where a person has it.
+TEST_F(MenuTest, AnItemIsEnabledOnlyWhileChoosingItWouldDoSomething) {
+    struct Case {
+        const char* focus;  // "entry", "selected entry", "result" (read-only, selected), "button"
+        bool undo, cut, copy, paste;
+    };
+    const Case cases[] = {
+        {"entry", false, false, false, true},
+        {"selected entry", true, true, true, true},
+        {"result", false, false, true, false},
+        {"button", false, false, false, false},
+    };
+    QGuiApplication::clipboard()->setText(QStringLiteral("7"));
+    constexpr auto kReadOnly = PLATFORM_RECORD(Bool("ReadOnly", true));
+    platform::ApplyRecord(form->rfld(), kReadOnly.view());
+    for (const Case& c : cases) {
+        const std::string focus = c.focus;
+        form->m1fld().Text("");
+        form->rfld().Text("0.05");
+        platform::RectControl& target =
+            focus == "result"
+                ? static_cast<platform::RectControl&>(form->rfld())
+                : (focus == "button" ? static_cast<platform::RectControl&>(form->HelpBtn())
+                                     : form->m1fld());
+        target.SetFocus();
+        QTRY_COMPARE(QApplication::focusWidget(), target.Widget());
+        if (focus == "selected entry") {
+            QTest::keyClicks(QApplication::focusWidget(), "12");
+            static_cast<QLineEdit*>(target.Widget())->selectAll();
+        } else if (focus == "result") {
+            static_cast<QLineEdit*>(target.Widget())->selectAll();
+        }
+        emit ShownMenu(2)->aboutToShow();
+        EXPECT_EQ(ShownItem("Edit", "Undo")->isEnabled(), c.undo) << focus;
+        EXPECT_EQ(ShownItem("Edit", "Cut")->isEnabled(), c.cut) << focus;
+        EXPECT_EQ(ShownItem("Edit", "Copy")->isEnabled(), c.copy) << focus;
+        EXPECT_EQ(ShownItem("Edit", "Paste")->isEnabled(), c.paste) << focus;
+    }
+    emit ShownMenu(1)->aboutToShow();
+    EXPECT_FALSE(ShownItem("File", "Print")->isEnabled());  // nothing serves it
+    EXPECT_TRUE(ShownItem("File", "Quit")->isEnabled());
+    emit ShownMenu(3)->aboutToShow();
+    EXPECT_FALSE(ShownItem("Window", "About Korvane")->isEnabled());  // no handler here
+    form->_AddMenuHandler("AboutMenuItem", [] { return false; });
+    emit ShownMenu(3)->aboutToShow();
+    EXPECT_TRUE(ShownItem("Window", "About Korvane")->isEnabled());
+}
+
+TEST_F(MenuTest, EditCommandsNeverChangeAReadOnlyFieldButStillCopyIt) {
+    constexpr auto kReadOnly = PLATFORM_RECORD(Bool("ReadOnly", true));
+    platform::ApplyRecord(form->rfld(), kReadOnly.view());
+    form->rfld().Text("0.05");
+    form->rfld().SetFocus();
+    QTRY_COMPARE(QApplication::focusWidget(), form->rfld().Widget());
+    static_cast<QLineEdit*>(form->rfld().Widget())->selectAll();
+    QGuiApplication::clipboard()->setText(QStringLiteral("9"));
+
+    // Triggered directly, as a stale shortcut would: the field still refuses.
+    for (const char* item : {"Undo", "Cut", "Paste"}) {
+        ShownItem("Edit", item)->trigger();
+    }
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_X, Qt::ControlModifier);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(form->rfld().Text(), "0.05");
+
+    EXPECT_TRUE(Choose("Edit", "Copy"));
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("0.05"));
+}
+
+TEST_F(MenuTest, AnAppleMenuItemIsNotShownOnThisDesktop) {
+    bar->_Lookup("AboutHalbrine")->Value("About Korvane");
+    int shown = 0;
+    for (QAction* action : ShownMenu(3)->actions()) {
+        shown += action->isVisible() && action->text() == QStringLiteral("About Korvane");
+    }
+    EXPECT_EQ(shown, 1);
 }
 
 }  // namespace

@@ -152,6 +152,7 @@ class FormWnd : public SampleWindow<FormWnd> {
     platform::RadioButton& IBtn() { return Find<platform::RadioButton>(*this, "IBtn"); }
     platform::RadioButton& RBtn() { return Find<platform::RadioButton>(*this, "RBtn"); }
     platform::GroupBox& box() { return Find<platform::GroupBox>(*this, "box"); }
+    platform::GroupBox& typeBox() { return Find<platform::GroupBox>(*this, "typeBox"); }
     platform::PushButton& CalcBtn() { return Find<platform::PushButton>(*this, "CalcBtn"); }
     platform::PushButton& HelpBtn() { return Find<platform::PushButton>(*this, "HelpBtn"); }
     platform::Canvas& title() { return Find<platform::Canvas>(*this, "title"); }

@@ -605,7 +605,10 @@ std::string Seeded(std::uint64_t seed) {
 }
 
 TEST(Monkey, TwentyThousandRandomKeyPressesClicksMenuChoicesAndActivationsKeepTheFormWhole) {
-    const std::uint64_t seed = FromEnvironment("KORVANE_MONKEY_SEED", 20260501);
+    // Whether a random walk of this length shows results beside both layouts depends on the
+    // seed (two of five seeds tried miss one of them); the default is one that reaches all five
+    // states, so that a change that makes one unreachable shows.
+    const std::uint64_t seed = FromEnvironment("KORVANE_MONKEY_SEED", 20261123);
     const std::uint64_t keys = FromEnvironment("KORVANE_MONKEY_KEYS", 20000);
     Monkey monkey(seed, keys);
     while (monkey.PlaySession()) {

@@ -377,9 +377,10 @@ def contrast_check(s, variant):
     ground = max(shots[0].crop((x, y, x + width, y + height)).getcolors(width * height))[1]
     s.check(ground == (255, 255, 255), f"the window's ground is {hex_colour(ground)}, not white")
     if variant == "dark":
-        _, bar, _ = ground_and_ink(shots, extents(find(window, h.pyatspi.ROLE_MENU_BAR)))
-        s.check(relative_luminance(bar) < 0.2, f"the dark theme did not take: the menu bar is "
-                                               f"{hex_colour(bar)}")
+        # The program keeps its light look, so the picture cannot show that the theme was in
+        # force; Qt's plug-in log does.
+        s.check('libqgtk3.so" loaded library' in s.output(),
+                "the dark theme did not take: Qt did not load its GTK theme plug-in")
 
     regions = texts_to_measure(window)
     s.check(len(regions) == 19, f"of the 19 captions and texts to measure (2 radio buttons, 2 "
@@ -411,7 +412,8 @@ def contrast_dark(s):
     contrast_check(s, "dark")
 
 
-contrast_dark.env = {"QT_QPA_PLATFORMTHEME": "gtk3", "GTK_THEME": "Adwaita:dark"}
+contrast_dark.env = {"QT_QPA_PLATFORMTHEME": "gtk3", "GTK_THEME": "Adwaita:dark",
+                     "QT_DEBUG_PLUGINS": "1"}
 contrast_dark.needs = ["/usr/lib/*/qt6/plugins/platformthemes/libqgtk3.so"]
 
 
