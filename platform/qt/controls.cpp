@@ -212,33 +212,39 @@ void RebuildTabChain(Window& window) {
 
 namespace {
 
+bool TakesTab(const QWidget& widget) {
+    return (widget.focusPolicy() & Qt::TabFocus) != 0;
+}
+
 // The radio buttons of one group are one stop: the chosen one, or the first of a group where
-// none is chosen.
+// none is chosen. Qt moves the Tab focus policy among the buttons of a group by itself, so the
+// group takes Tab where any of its buttons does.
 bool IsRadioStop(const QRadioButton& radio, const std::vector<QWidget*>& chain) {
-    if (radio.isChecked() || !radio.autoExclusive()) {
-        return true;
+    if (!radio.autoExclusive()) {
+        return TakesTab(radio);
     }
     const QRadioButton* first = nullptr;
+    const QRadioButton* chosen = nullptr;
+    bool groupTakesTab = false;
     for (QWidget* other : chain) {
         auto* sibling = qobject_cast<QRadioButton*>(other);
         if (sibling == nullptr || sibling->parentWidget() != radio.parentWidget() ||
             !sibling->autoExclusive() || !sibling->isVisible()) {
             continue;
         }
-        if (sibling->isChecked()) {
-            return false;
-        }
         first = first != nullptr ? first : sibling;
+        chosen = sibling->isChecked() ? sibling : chosen;
+        groupTakesTab = groupTakesTab || TakesTab(*sibling);
     }
-    return first == &radio;
+    return groupTakesTab && &radio == (chosen != nullptr ? chosen : first);
 }
 
 bool IsTabStop(QWidget& widget, const std::vector<QWidget*>& chain) {
-    if ((widget.focusPolicy() & Qt::TabFocus) == 0 || !widget.isVisible() || !widget.isEnabled()) {
+    if (!widget.isVisible() || !widget.isEnabled()) {
         return false;
     }
     auto* radio = qobject_cast<QRadioButton*>(&widget);
-    return radio == nullptr || IsRadioStop(*radio, chain);
+    return radio != nullptr ? IsRadioStop(*radio, chain) : TakesTab(widget);
 }
 
 }  // namespace

@@ -134,12 +134,23 @@ TEST_F(AboutWindowTest, WhenTheTimerFiresTheAboutWindowGivesWayToTheCalculator) 
 }
 
 TEST_F(AboutWindowTest, AnyKeyPressOnTheAboutWindowBringsUpTheCalculatorAtOnce) {
-    for (Qt::Key key : {Qt::Key_A, Qt::Key_Space, Qt::Key_Escape, Qt::Key_Return, Qt::Key_Left}) {
-        SCOPED_TRACE(key);
+    const std::pair<Qt::Key, Qt::KeyboardModifiers> presses[] = {
+        {Qt::Key_A, {}},
+        {Qt::Key_Space, {}},
+        {Qt::Key_Escape, {}},
+        {Qt::Key_Return, {}},
+        {Qt::Key_Left, {}},
+        {Qt::Key_F1, {}},
+        {Qt::Key_Shift, {}},
+        {Qt::Key_Alt, {}},                 // a modifier tapped alone
+        {Qt::Key_A, Qt::ControlModifier},  // a combination no menu takes
+    };
+    for (const auto& [key, modifiers] : presses) {
+        SCOPED_TRACE(QKeySequence(key | modifiers).toString().toStdString());
         AboutWnd& about = AboutWnd::Instance();
         platform::recorder::Start();
 
-        QTest::keyClick(about.Widget()->windowHandle(), key);
+        QTest::keyClick(about.Widget()->windowHandle(), key, modifiers);
 
         EXPECT_FALSE(about.Visible());
         EXPECT_TRUE(ControlWindowShown());
@@ -147,6 +158,19 @@ TEST_F(AboutWindowTest, AnyKeyPressOnTheAboutWindowBringsUpTheCalculatorAtOnce) 
         EXPECT_TRUE(about.Timer1().Armed());
         platform::DestroyAllWindows();
     }
+}
+
+// It has no close button, so the window manager's close (Alt+F4) is refused: closed, it would
+// take its timer along and leave the run without a window.
+TEST_F(AboutWindowTest, TheWindowManagersCloseLeavesTheAboutWindowUpAndItsTimerArmed) {
+    AboutWnd& about = AboutWnd::Instance();
+
+    about.Widget()->close();
+    QCoreApplication::processEvents();
+
+    EXPECT_TRUE(about.Visible());
+    EXPECT_EQ(platform::_GetImplicitWindow(AboutWnd::kClassName), &about);
+    EXPECT_TRUE(about.Timer1().Armed());
 }
 
 TEST_F(AboutWindowTest, AMousePressAnywhereOnTheAboutWindowBringsUpTheCalculatorAtOnce) {

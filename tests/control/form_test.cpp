@@ -1,5 +1,6 @@
 // The control window as it comes up: which controls show, where they stand, what they say, and
 // how the window itself behaves.
+#include <QAccessible>
 #include <QMainWindow>
 #include <QRect>
 #include <map>
@@ -119,12 +120,46 @@ TEST_F(FormTest, CaptionsAndLabelsCarryTheirTextsAndAllThreeButtonsAreDefault) {
     EXPECT_NE(form.copyright().Value().find("\u00A9"), std::string::npos);
 }
 
-TEST_F(FormTest, FieldsCarrySpokenNamesForScreenReaders) {
+// What a screen reader hears: every control a person sees has a name that says what it does,
+// the pictures have words, the invisible label is not read out, and the radio pair is a group.
+TEST_F(FormTest, AScreenReaderHearsANameForEveryVisibleControlAndNothingInvisible) {
     ControlWnd& form = Form();
-    EXPECT_EQ(form.m1fld().Widget()->accessibleName(), "Mean of sample 1");
-    EXPECT_EQ(form.sd2fld().Widget()->accessibleName(), "Standard deviation of sample 2");
-    EXPECT_EQ(form.pfld().Widget()->accessibleName(), "Probability, two-tailed");
-    EXPECT_EQ(form.dfFld().Widget()->accessibleName(), "Degrees of freedom");
+    Click(form.IBtn());
+    const std::map<std::string, std::string> spoken{
+        {"m1fld", "Mean of sample 1"},
+        {"sd2fld", "Standard deviation of sample 2"},
+        {"n2fld", "N of sample 2"},
+        {"pfld", "Probability, two-tailed"},
+        {"dfFld", "Degrees of freedom"},
+        {"PushButton1", "Show the t-test information"},
+        {"typeBox", "Kind of t-test"},
+        {"HalbrineTitle", "Korvane, Student's t-test from summary statistics"},
+        {"IBtn", "Independent Means"},
+        {"GroupBox1", "Sample 1"},
+        {"StaticText2", "Standard Deviation"},
+    };
+    for (const auto& [name, words] : spoken) {
+        QAccessibleInterface* heard =
+            QAccessible::queryAccessibleInterface(Control(form, name).Widget());
+        ASSERT_NE(heard, nullptr) << name;
+        EXPECT_EQ(heard->text(QAccessible::Name).toStdString(), words) << name;
+        EXPECT_EQ(heard->state().invisible, !Control(form, name).Widget()->isVisible()) << name;
+    }
+    QAccessibleInterface* blank =
+        QAccessible::queryAccessibleInterface(Control(form, "StaticText5").Widget());
+    EXPECT_TRUE(blank->state().invisible);  // white on white
+    for (const char* radio : {"IBtn", "RBtn"}) {
+        EXPECT_EQ(Control(form, radio).Widget()->parentWidget(), form.typeBox().Widget());
+    }
+    EXPECT_EQ(PlaceInWindow(form, "RBtn"), QRect(190, 130, 115, 18));
+}
+
+// The labels draw in their records' colours whatever their state: dtail is never enabled.
+TEST_F(FormTest, ALabelDrawsInItsRecordColourThoughDisabled) {
+    ControlWnd& form = Form();
+    const QWidget& dtail = *form.dtail().Widget();
+    EXPECT_FALSE(dtail.isEnabled());
+    EXPECT_EQ(dtail.palette().color(QPalette::Disabled, QPalette::WindowText), QColor(0x777777));
 }
 
 TEST_F(FormTest, TheWindowIsTitledAndOfFixedSize) {
@@ -160,20 +195,44 @@ TEST_F(FormTest, TheClassAnswersForTheSixEventsItImplements) {
     }
 }
 
-TEST_F(FormTest, TabFollowsTabIndexWithinAPanelAndShiftTabGoesBack) {
-    ControlWnd& form = Form();
-    Click(form.IBtn());
-    ASSERT_TRUE(HasFocus(form.m1fld()));
-    QTest::keyClick(form.m1fld().Widget(), Qt::Key_Tab);
-    EXPECT_TRUE(HasFocus(form.sd1fld()));
-    QTest::keyClick(form.sd1fld().Widget(), Qt::Key_Tab);
-    EXPECT_TRUE(HasFocus(form.n1fld()));
-    QTest::keyClick(form.n1fld().Widget(), Qt::Key_Backtab, Qt::ShiftModifier);
-    EXPECT_TRUE(HasFocus(form.sd1fld()));
-    Click(form.m2fld());
-    QTest::keyClick(form.m2fld().Widget(), Qt::Key_Tab);
-    EXPECT_TRUE(HasFocus(form.sd2fld()));
-    EXPECT_EQ(Beeps(), 0);
+// Typing a whole test with Tab between the values fills the fields in reading order: first
+// sample's mean, SD and N, then the second's, and r in the related test. Tab then goes on to "?"
+// and the radio group before it comes back to the first field.
+TEST_F(FormTest, TypingWithTabFillsTheFieldsInReadingOrder) {
+    struct Case {
+        const char* test;
+        std::vector<std::string> fields;
+    };
+    const Case cases[] = {
+        {"IBtn", {"m1fld", "sd1fld", "n1fld", "m2fld", "sd2fld", "n2fld"}},
+        {"RBtn", {"m1fld", "sd1fld", "n1fld", "m2fld", "sd2fld", "rfld"}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.test);
+        ControlWnd& form = Form();
+        Click(Control(form, c.test));
+        const std::vector<std::string> typed{"10", "2", "10", "8", "3", ".5"};
+        for (const std::string& value : typed) {
+            QTest::keyClicks(QApplication::focusWidget(), QString::fromStdString(value));
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        }
+        for (std::size_t i = 0; i < typed.size(); ++i) {
+            EXPECT_EQ(Field(form, c.fields[i]).Text(), typed[i]) << c.fields[i];
+        }
+        EXPECT_TRUE(HasFocus(form.PushButton1()));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        EXPECT_TRUE(HasFocus(Control(form, c.test)))
+            << QApplication::focusWidget()->metaObject()->className() << " "
+            << QApplication::focusWidget()
+                   ->accessibleName()
+                   .toStdString();  // the chosen one of the pair
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        EXPECT_TRUE(HasFocus(form.m1fld()));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
+        EXPECT_TRUE(HasFocus(Control(form, c.test)));
+        EXPECT_EQ(Beeps(), 0);
+        platform::DestroyAllWindows();
+    }
 }
 
 }  // namespace
