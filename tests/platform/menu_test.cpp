@@ -307,13 +307,21 @@ TEST_F(MenuTest, EditCommandsNeverChangeAReadOnlyFieldButStillCopyIt) {
     constexpr auto kReadOnly = PLATFORM_RECORD(Bool("ReadOnly", true));
     platform::ApplyRecord(form->rfld(), kReadOnly.view());
     form->rfld().Text("0.05");
+    QGuiApplication::clipboard()->setText(QStringLiteral("9"));
+
+    // The items are enabled for an entry field that can do them all; then the focus goes to the
+    // read-only field, and the items, stale now, are triggered as a shortcut would: the field
+    // still refuses them.
+    form->m1fld().SetFocus();
+    QTRY_COMPARE(QApplication::focusWidget(), form->m1fld().Widget());
+    QTest::keyClicks(QApplication::focusWidget(), "12");
+    static_cast<QLineEdit*>(form->m1fld().Widget())->selectAll();
+    emit ShownMenu(2)->aboutToShow();
     form->rfld().SetFocus();
     QTRY_COMPARE(QApplication::focusWidget(), form->rfld().Widget());
     static_cast<QLineEdit*>(form->rfld().Widget())->selectAll();
-    QGuiApplication::clipboard()->setText(QStringLiteral("9"));
-
-    // Triggered directly, as a stale shortcut would: the field still refuses.
     for (const char* item : {"Undo", "Cut", "Paste"}) {
+        ASSERT_TRUE(ShownItem("Edit", item)->isEnabled()) << item;
         ShownItem("Edit", item)->trigger();
     }
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_X, Qt::ControlModifier);
