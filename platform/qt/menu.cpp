@@ -22,10 +22,11 @@ namespace platform {
 namespace {
 
 // Every item's view, so that the end of the run can take their Qt objects down while Qt is still
-// up: the menu bar itself is a static that lives to the end of the process.
+// up: the menu bar itself is a static that lives to the end of the process. The list is never
+// destroyed, since items of static bars leave it during the static destructors.
 std::vector<MenuItem::Impl*>& Views() {
-    static std::vector<MenuItem::Impl*> views;
-    return views;
+    static auto* views = new std::vector<MenuItem::Impl*>;
+    return *views;
 }
 
 }  // namespace
