@@ -148,6 +148,10 @@ if [ "$checker" = valgrind ]; then
     grep -q "LEAK SUMMARY\|All heap blocks were freed" "$out/leaks.log" ||
         fail "valgrind gave no leak summary"
     [ "$lost" -eq 0 ] || fail "valgrind found $lost bytes lost: $(grep -A3 'lost in loss' "$out/leaks.log" | head -20)"
+    # Reads and writes of freed or unowned memory count as much as a leak, also at the exit.
+    errors=$(sed -n 's/.*ERROR SUMMARY: \([0-9]*\) errors.*/\1/p' "$out/leaks.log" | tail -1)
+    [ "${errors:-1}" -eq 0 ] ||
+        fail "valgrind found ${errors:-no summary of} errors: $(grep -A6 'Invalid\|uninitialised' "$out/leaks.log" | head -20)"
     echo "proof: valgrind: no block lost; $(grep 'still reachable:' "$out/leaks.log" | sed 's/^==[0-9]*== *//') (held to the end by Qt and the libraries)"
 else
     grep -q "LeakSanitizer" "$out/leaks.log" && fail "LeakSanitizer found a leak"

@@ -9,6 +9,7 @@
 #include <QStyle>
 #include <QStyleFactory>
 #include <QTimer>
+#include <QToolTip>
 #include <QWidget>
 #include <filesystem>
 #include <iostream>

@@ -131,10 +131,13 @@ bool WindowFrame::event(QEvent* event) {
     return result;
 }
 
+// The platform decides what closing means (Window::Close); Qt never closes on its own. A window
+// whose record gives it no close button cannot be closed from outside either: the window
+// manager's close (Alt+F4 on most desktops) is refused, so the about window never goes with its
+// timer and leaves the run without a window.
 void WindowFrame::closeEvent(QCloseEvent* event) {
-    // The platform decides what closing means (Window::Close); Qt never closes on its own.
     event->ignore();
-    if (owner != nullptr) {
+    if (owner != nullptr && owner->HasCloseButton()) {
         Window* window = owner;
         ProtectedCall([window] { window->Close(); });
     }
@@ -147,8 +150,8 @@ bool IsModifierKey(int key) {
 }
 
 // A modifier is a key press of its own only when it is tapped: pressed and released with no
-// other key between. Held for a combination (Alt+F4, Ctrl+Q), it is part of that combination,
-// which a menu, a field or the window manager takes. Every key press of the application passes
+// other key between. Held for a combination that the program sees (Ctrl+Q, Ctrl+K), it is part
+// of that combination. Every key press of the application passes
 // here, shortcuts included, so a combination is seen even where no window gets it.
 class ModifierTaps : public QObject {
   public:
@@ -166,11 +169,23 @@ class ModifierTaps : public QObject {
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride) {
-            const auto& press = *static_cast<QKeyEvent*>(event);
-            if (!press.isAutoRepeat()) {
-                pressed_ = IsModifierKey(press.key()) ? press.key() : 0;
+        switch (event->type()) {
+            case QEvent::KeyPress:
+            case QEvent::ShortcutOverride: {
+                const auto& press = *static_cast<QKeyEvent*>(event);
+                if (!press.isAutoRepeat()) {
+                    pressed_ = IsModifierKey(press.key()) ? press.key() : 0;
+                }
+                break;
             }
+            // A click, or the keyboard going to another program (Alt+Tab), ends the tap.
+            case QEvent::MouseButtonPress:
+            case QEvent::WindowDeactivate:
+            case QEvent::ApplicationStateChange:
+                pressed_ = 0;
+                break;
+            default:
+                break;
         }
         return QObject::eventFilter(watched, event);
     }
@@ -188,7 +203,9 @@ bool RaiseKeyDown(Window& window, const std::string& key) {
 
 // Every key press that no field and no shortcut took is the window's KeyDown: also a function
 // key, a combination with Ctrl or Alt and a tapped modifier, which give the key string they have
-// (empty for most). So a window that gives way "on any key" does so on every key a person presses.
+// (empty for most). So a window that gives way on any key does so on every key a person presses.
+// Where the window manager takes a combination (Alt+F4), the program sees its modifier alone,
+// as a tap.
 void WindowFrame::keyPressEvent(QKeyEvent* event) {
     if (owner != nullptr && !FocusInTextField() && !IsModifierKey(event->key())) {
         if (RaiseKeyDown(*owner,
@@ -420,13 +437,10 @@ bool Window::Visible() const {
 
 // While Event_Close runs, the window is still on record: an accessor called there finds this
 // window, so one that hides itself keeps what its user typed.
-// A window whose record gives it no close button cannot be closed from outside either: the
-// window manager's close (Alt+F4 on most desktops) is refused, so the about window never vanishes
-// with its timer and leaves the run without a window.
 void Window::Close() {
     _UITrap();
-    if (impl_->closed || impl_->closing || !impl_->hasClose) {
-        return;  // closed already, a Close from inside Event_Close, or no close button
+    if (impl_->closed || impl_->closing) {
+        return;  // closed already, or a Close from inside Event_Close
     }
     struct Closing {
         Impl& impl;
@@ -450,6 +464,10 @@ void Window::Close() {
         reg.owned.erase(entry);
         (new WindowReaper(std::move(window)))->deleteLater();
     }
+}
+
+bool Window::HasCloseButton() const {
+    return impl_->hasClose;
 }
 
 std::string Window::Title() const {

@@ -45,10 +45,10 @@ class Window : public Object {
     void Hide();  // the window and its controls stay alive
     bool Visible() const;
     // What the close button does: raises Event_Close. A window that hid itself there stays alive
-    // (hidden); any other is closed and leaves the registry. Nothing for a window whose record
-    // gives it no close button: the window manager cannot close it either.
+    // (hidden); any other is closed and leaves the registry.
     void Close();
     std::string Title() const;
+    bool HasCloseButton() const;  // as the record gives it; without one, no close from outside
 
     void MenuBar(platform::MenuBar* bar);  // shows the bar's menus in this window
     platform::MenuBar* MenuBar() const;

@@ -176,10 +176,6 @@ TEST_F(ControlsTest, TabFollowsReadingOrderAcrossTheWindowAndTabIndexInsideAFram
     // Top to bottom: the title (no stop), typeBox with the radio group (one stop), the frame
     // with m1fld (0) and n1fld (1), rfld, then CalcBtn (no stop) and HelpBtn on the last row.
     // By TabIndex alone rfld (2) would come before the frame (3) and the radios (5, 6) after it.
-    for (QWidget* w = form.m1fld().Widget()->nextInFocusChain(); w != form.m1fld().Widget();
-         w = w->nextInFocusChain())
-        fprintf(stderr, "chain %s %s %d\n", w->metaObject()->className(),
-                qPrintable(w->objectName()), int(w->focusPolicy()));
     std::vector<QWidget*> visited;
     for (int i = 0; i < 5; ++i) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);

@@ -60,6 +60,19 @@ TEST_F(WindowTest, AWindowThatDoesNotOverrideCloseClosesAndLeavesTheRegistry) {
     EXPECT_TRUE(again.Visible());
 }
 
+TEST_F(WindowTest, AWindowWithoutACloseButtonRefusesTheWindowManagersCloseButNotCodes) {
+    auto& plain = platform::ImplicitWindow(PlainWnd::kClassName);
+    constexpr auto kNoCloseButton = PLATFORM_RECORD(Bool("HasCloseButton", false));
+    platform::ApplyRecord(plain, kNoCloseButton.view());
+
+    plain.Widget()->close();  // the window manager's close, Alt+F4
+    EXPECT_TRUE(plain.Visible());
+    EXPECT_EQ(platform::_GetImplicitWindow(PlainWnd::kClassName), &plain);
+
+    plain.Close();
+    EXPECT_EQ(platform::_GetImplicitWindow(PlainWnd::kClassName), nullptr);
+}
+
 TEST_F(WindowTest, AWindowThatHidesItselfInCloseStaysAliveAndOnRecordByButtonOrByCode) {
     HidingWnd& info = HidingWnd::Instance();
 

@@ -115,9 +115,10 @@ class Session:
 
     def _start_desktop(self):
         read_end, write_end = os.pipe()
+        self.desktop_log = open(os.path.join(self.out, "desktop.log"), "w")
         xvfb = subprocess.Popen(["Xvfb", "-displayfd", str(write_end), "-screen", "0",
                                  "1024x768x24", "-nolisten", "tcp"], pass_fds=(write_end,),
-                                stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+                                stdout=self.desktop_log, stderr=subprocess.STDOUT)
         self.procs.append(xvfb)
         os.close(write_end)
         number = self._read_line(read_end, 10, "Xvfb did not report its display")
@@ -128,10 +129,17 @@ class Session:
                     if not key.startswith(("QT_", "GTK_", "DBUS_", "AT_SPI", "XDG_RUNTIME"))}
         self.env.update(DISPLAY=":" + number, XDG_RUNTIME_DIR=runtime, LC_ALL="C")
         os.environ["DISPLAY"] = self.env["DISPLAY"]
-        self.desktop_log = open(os.path.join(self.out, "desktop.log"), "w")
-        self._spawn(["openbox", "--sm-disable"], stdout=self.desktop_log, stderr=subprocess.STDOUT)
+        # Under load the display may not take a client at once: the window manager gets a second
+        # chance once the display answers.
         wm_check = ["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"]
-        if not poll(lambda: "window id" in self._run(wm_check), 10):
+        for _ in range(2):
+            poll(lambda: self._run(["xprop", "-root", "-len", "0", "_NET_WM_NAME"]) != "", 5)
+            openbox = self._spawn(["openbox", "--sm-disable"], stdout=self.desktop_log,
+                                  stderr=subprocess.STDOUT)
+            if poll(lambda: "window id" in self._run(wm_check) or openbox.poll() is not None, 10) \
+                    and openbox.poll() is None:
+                break
+        else:
             raise Seen("openbox did not take charge of the display")
         bus = self._spawn(["dbus-daemon", "--session", "--nofork", "--print-address"],
                           stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
