@@ -6,24 +6,24 @@
 // places: the platform's protected call of a handler, and _Main. RAII releases what is held.
 #pragma once
 
-#include <string>
 #include <stdexcept>
+#include <string>
 
 namespace platform {
 
 class RuntimeException : public std::runtime_error {
-public:
+  public:
     explicit RuntimeException(const std::string& message = {}) : std::runtime_error(message) {}
     // The run-time class name, as the report of an escaped failure shows it.
     virtual const char* ClassName() const noexcept { return "RuntimeException"; }
     std::string Message() const { return what(); }
 };
 
-#define PLATFORM_FAILURE_CLASS(Name)                                                    \
-    class Name : public RuntimeException {                                              \
-    public:                                                                             \
-        using RuntimeException::RuntimeException;                                       \
-        const char* ClassName() const noexcept override { return #Name; }               \
+#define PLATFORM_FAILURE_CLASS(Name)                                      \
+    class Name : public RuntimeException {                                \
+      public:                                                             \
+        using RuntimeException::RuntimeException;                         \
+        const char* ClassName() const noexcept override { return #Name; } \
     };
 
 PLATFORM_FAILURE_CLASS(NilObjectException)

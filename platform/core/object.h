@@ -50,7 +50,7 @@ struct ClassInfo {
 };
 
 class Object {
-public:
+  public:
     Object() : alive_(std::make_shared<Object*>(this)) {}
     Object(const Object&) = delete;
     Object& operator=(const Object&) = delete;
@@ -59,7 +59,7 @@ public:
     static const ClassInfo& StaticClass();
     virtual const ClassInfo& Class() const { return StaticClass(); }
 
-private:
+  private:
     friend class WeakRef;
     std::shared_ptr<Object*> alive_;  // WeakRefs watch this; it dies with the object
 };
@@ -67,17 +67,18 @@ private:
 // A reference that does not keep its object alive: Value() is the object while it lives,
 // nil (nullptr) once it is gone.
 class WeakRef {
-public:
+  public:
     WeakRef() = default;
     explicit WeakRef(Object* object) {
-        if (object != nullptr) watched_ = object->alive_;
+        if (object != nullptr)
+            watched_ = object->alive_;
     }
     Object* Value() const {
         auto alive = watched_.lock();
         return alive ? *alive : nullptr;
     }
 
-private:
+  private:
     std::weak_ptr<Object*> watched_;
 };
 
@@ -85,12 +86,18 @@ namespace detail {
 template <class V>
 constexpr Form FormOf() {
     using T = std::remove_cvref_t<V>;
-    if constexpr (std::is_same_v<T, std::int64_t>) return Form::Integer;
-    else if constexpr (std::is_same_v<T, bool>) return Form::Boolean;
-    else if constexpr (std::is_same_v<T, std::uint8_t>) return Form::SmallEnum;
-    else if constexpr (std::is_same_v<T, Colour>) return Form::Colour;
-    else if constexpr (std::is_same_v<T, float>) return Form::Single;
-    else if constexpr (std::is_same_v<T, double>) return Form::Double;
+    if constexpr (std::is_same_v<T, std::int64_t>)
+        return Form::Integer;
+    else if constexpr (std::is_same_v<T, bool>)
+        return Form::Boolean;
+    else if constexpr (std::is_same_v<T, std::uint8_t>)
+        return Form::SmallEnum;
+    else if constexpr (std::is_same_v<T, Colour>)
+        return Form::Colour;
+    else if constexpr (std::is_same_v<T, float>)
+        return Form::Single;
+    else if constexpr (std::is_same_v<T, double>)
+        return Form::Double;
     else {
         static_assert(std::is_same_v<T, std::string>, "no record form for this setter's type");
         return Form::String;
@@ -113,8 +120,8 @@ PropertyDef Property(std::string_view name) {
     using Traits = detail::SetterTraits<decltype(Setter)>;
     return PropertyDef{name, detail::FormOf<typename Traits::Value>(),
                        [](Object& target, const PropertyValue& value) {
-                           (static_cast<typename Traits::Class&>(target).*Setter)(
-                               std::get<typename Traits::Value>(value));
+                           (static_cast<typename Traits::Class&>(target).*
+                            Setter)(std::get<typename Traits::Value>(value));
                        }};
 }
 

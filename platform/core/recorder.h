@@ -10,8 +10,8 @@
 
 namespace platform::recorder {
 
-void Start();                    // clears the log and switches recording on
-void Stop();                     // switches it off; the log stays readable
+void Start();  // clears the log and switches recording on
+void Stop();   // switches it off; the log stays readable
 bool On();
 void Note(const std::string& line);  // appends when on; the platform's operations call this
 std::vector<std::string> Lines();    // what was logged since Start
