@@ -4,7 +4,8 @@
 set -euo pipefail
 
 packages=(cmake ninja-build g++ qt6-base-dev libgl-dev libgtest-dev libbenchmark-dev
-          xvfb xauth xdotool imagemagick fonts-dejavu-core clang libclang-rt-14-dev strace valgrind
+          xvfb xauth xdotool imagemagick fonts-dejavu-core clang clang-format libclang-rt-14-dev strace
+          valgrind
           openbox dbus-daemon at-spi2-core python3-minimal python3-pyatspi python3-pil xclip
           x11-utils qt6-gtk-platformtheme)
 
