@@ -1,6 +1,7 @@
 #include <array>
 
 #include "platform/core/text.h"
+#include "stats/messages.h"
 #include "stats/stats.h"
 
 namespace korvane {
@@ -12,20 +13,14 @@ struct Check {
     const char* message;
 };
 
-constexpr const char* kChooseTest =
-    "Select Independent or Related t-test and then enter appropriate data";
-constexpr const char* kIndependentN = "N for each sample must range from 2-9999";
-constexpr const char* kPairedN = "N of paired samples must range from 2-9999";
-constexpr const char* kCorrelation = "Correlation must range from -1.00 thru +1.00";
-
 // The first five blank checks are the same for both tests; the sixth field differs.
 constexpr std::array<Check, 6> kIndependentBlanks{{
-    {"m1fld", "Please enter the mean of the 1st sample"},
-    {"m2fld", "Please enter the mean of the 2nd sample"},
-    {"sd1fld", "Please enter the standard deviation of the 1st sample"},
-    {"sd2fld", "Please enter the standard deviation of the 2nd sample"},
-    {"n1fld", "Please enter the N of the 1st sample"},
-    {"n2fld", "Please enter the N of the 2nd sample"},
+    {"m1fld", messages::kMean1},
+    {"m2fld", messages::kMean2},
+    {"sd1fld", messages::kSd1},
+    {"sd2fld", messages::kSd2},
+    {"n1fld", messages::kN1},
+    {"n2fld", messages::kN2},
 }};
 constexpr std::array<Check, 6> kRelatedBlanks{{
     kIndependentBlanks[0],
@@ -33,7 +28,7 @@ constexpr std::array<Check, 6> kRelatedBlanks{{
     kIndependentBlanks[2],
     kIndependentBlanks[3],
     kIndependentBlanks[4],
-    {"rfld", "Please enter the correlation between Sample 1 and Sample 2"},
+    {"rfld", messages::kCorrelationBlank},
 }};
 
 // A failed check: the message, then the focus to the field concerned.
@@ -82,11 +77,11 @@ bool Independent(CalcPanel& panel, TStatistic& result) {
     const std::int64_t n1 = ToN(Number(panel, "n1fld"));
     const std::int64_t n2 = ToN(Number(panel, "n2fld"));
     if (!IsValidN(n1)) {
-        Refuse(panel, "n1fld", kIndependentN);
+        Refuse(panel, "n1fld", messages::kIndependentN);
         return false;
     }
     if (!IsValidN(n2)) {
-        Refuse(panel, "n2fld", kIndependentN);
+        Refuse(panel, "n2fld", messages::kIndependentN);
         return false;
     }
     result = IndependentT(means.m1, means.m2, means.sd1, means.sd2, n1, n2);
@@ -101,11 +96,11 @@ bool Related(CalcPanel& panel, TStatistic& result) {
     const std::int64_t n1 = ToN(Number(panel, "n1fld"));
     const double r = Number(panel, "rfld");
     if (!IsValidN(n1)) {
-        Refuse(panel, "n1fld", kPairedN);
+        Refuse(panel, "n1fld", messages::kPairedN);
         return false;
     }
     if (platform::Abs(r) > 1.0) {
-        Refuse(panel, "rfld", kCorrelation);
+        Refuse(panel, "rfld", messages::kCorrelation);
         return false;
     }
     result = RelatedT(means.m1, means.m2, means.sd1, means.sd2, r, n1);
@@ -147,7 +142,7 @@ void CalcBtn_Action(CalcPanel& panel) {
             return;
         }
     } else {
-        panel.MsgBox(kChooseTest);  // the focus stays where it is
+        panel.MsgBox(messages::kChooseTest);  // the focus stays where it is
         return;
     }
     Globals::t = result.t;
