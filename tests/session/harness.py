@@ -1,20 +1,14 @@
 """A real desktop session for Korvane, driven as a person drives it.
 
-How the pieces fit:
-  Session starts, in this order, an Xvfb display of its own (-displayfd, so parallel runs never
-  collide), the openbox window manager, a private D-Bus session bus and the accessibility bus
-  launcher on it, and then the program with Qt's accessibility switched on. Input goes in as real
-  X events through xdotool (keys to the focused window, clicks at screen points); what the program
-  shows is read back over AT-SPI (pyatspi, imported only once DISPLAY and the bus address are in
-  os.environ, because its client binds to the first bus it meets) and from screenshots (PIL).
-  Every process is started by this process, which makes itself a child subreaper so that nothing
-  started below it can slip away; close() ends all of them by pid on every path.
-  Failures raise Seen, whose text says what a person would have seen and where the screenshots
-  and the program's output were saved.
+Session starts an Xvfb display of its own (-displayfd, so parallel runs never collide), openbox,
+a private D-Bus session bus with the accessibility bus on it, and then the program with Qt's
+accessibility on. Input goes in as real X events (xdotool); what the program shows is read back
+over AT-SPI (pyatspi, imported only once DISPLAY and the bus address are set, because its client
+binds to the first bus it meets) and from screenshots (PIL). This process is a child subreaper,
+so nothing started below it slips away; close() ends all of it. A failed check raises Seen, whose
+text says what a person would have seen and where the screenshots and output were kept.
 """
 import ctypes
-import glob
-import importlib.util
 import os
 import select
 import shutil
@@ -25,27 +19,11 @@ import tempfile
 import time
 import traceback
 
-REQUIRED_TOOLS = ["Xvfb", "openbox", "dbus-daemon", "xdotool", "xclip", "xprop"]
-BUS_LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
-SKIP = 77
-
 pyatspi = None  # imported by Session once the display and the bus exist
 
 
 class Seen(AssertionError):
     """A check failed; the text is what a person at the screen would have seen."""
-
-
-def missing_tools(needs=()):
-    """What this machine lacks of the tools and files (globs) a scenario needs."""
-    missing = [tool for tool in REQUIRED_TOOLS if shutil.which(tool) is None]
-    missing += [pattern for pattern in needs if not glob.glob(pattern)]
-    if not os.access(BUS_LAUNCHER, os.X_OK):
-        missing.append(BUS_LAUNCHER)
-    for module in ("pyatspi", "PIL"):  # looked for, not imported: pyatspi binds at import
-        if importlib.util.find_spec(module) is None:
-            missing.append("python module " + module)
-    return missing
 
 
 def poll(what, timeout=6.0, interval=0.05):
@@ -62,16 +40,15 @@ def poll(what, timeout=6.0, interval=0.05):
 
 
 def descendants(pid):
-    """The pids of all living processes below pid, deepest last."""
+    """The pids of all processes below pid."""
     children = {}
-    for entry in os.listdir("/proc"):
-        if entry.isdigit():
-            try:
-                with open(f"/proc/{entry}/stat") as stat:
-                    parent = int(stat.read().rsplit(")", 1)[1].split()[1])
-            except (OSError, IndexError, ValueError):
-                continue
-            children.setdefault(parent, []).append(int(entry))
+    for entry in filter(str.isdigit, os.listdir("/proc")):
+        try:
+            with open(f"/proc/{entry}/stat") as stat:
+                children.setdefault(int(stat.read().rsplit(")", 1)[1].split()[1]), []).append(
+                    int(entry))
+        except (OSError, IndexError, ValueError):
+            continue
     found, todo = [], [pid]
     while todo:
         for child in children.get(todo.pop(), []):
@@ -80,25 +57,22 @@ def descendants(pid):
     return found
 
 
-def reap_zombies():
-    try:
-        while os.waitpid(-1, os.WNOHANG)[0] > 0:
-            pass
-    except ChildProcessError:
-        pass
+def read_line(fd, timeout, complaint):
+    data, end = b"", time.monotonic() + timeout
+    while not data.endswith(b"\n"):
+        ready = select.select([fd], [], [], max(0.0, end - time.monotonic()))[0]
+        chunk = os.read(fd, 256) if ready else b""
+        if not chunk:
+            raise Seen(complaint)
+        data += chunk
+    return data.decode().strip()
 
 
 class Session:
     def __init__(self, program, name, extra_env=None):
-        self.program = program
-        self.name = name
+        self.program, self.extra_env = program, extra_env or {}
         self.out = tempfile.mkdtemp(prefix=f"korvane-session-{name}-")
-        self.extra_env = extra_env or {}
-        self.procs = []
-        self.app = None
-        self.shots = 0
-        self.proc = None
-        self.log = None
+        self.procs, self.shots, self.runs, self.proc, self.log = [], 0, 0, None, None
         ctypes.CDLL(None).prctl(36, 1, 0, 0, 0)  # PR_SET_CHILD_SUBREAPER
         try:
             self._start_desktop()
@@ -107,110 +81,79 @@ class Session:
             self.close()
             raise
 
-    # ----- start and stop -------------------------------------------------------------------
     def _spawn(self, argv, **kw):
-        proc = subprocess.Popen(argv, env=kw.pop("env", self.env), **kw)
-        self.procs.append(proc)
-        return proc
+        self.procs.append(subprocess.Popen(argv, env=kw.pop("env", self.env), **kw))
+        return self.procs[-1]
 
     def _start_desktop(self):
         read_end, write_end = os.pipe()
         self.desktop_log = open(os.path.join(self.out, "desktop.log"), "w")
-        xvfb = subprocess.Popen(["Xvfb", "-displayfd", str(write_end), "-screen", "0",
-                                 "1024x768x24", "-nolisten", "tcp"], pass_fds=(write_end,),
-                                stdout=self.desktop_log, stderr=subprocess.STDOUT)
-        self.procs.append(xvfb)
+        quiet = dict(stdout=self.desktop_log, stderr=subprocess.STDOUT)
+        self.procs.append(subprocess.Popen(["Xvfb", "-displayfd", str(write_end), "-screen", "0",
+                                            "1024x768x24", "-nolisten", "tcp"],
+                                           pass_fds=(write_end,), **quiet))
         os.close(write_end)
-        number = self._read_line(read_end, 10, "Xvfb did not report its display")
-        os.close(read_end)
+        number = read_line(read_end, 10, "Xvfb did not report its display")
         runtime = os.path.join(self.out, "runtime")
         os.mkdir(runtime, 0o700)
-        self.env = {key: value for key, value in os.environ.items()
-                    if not key.startswith(("QT_", "GTK_", "DBUS_", "AT_SPI", "XDG_RUNTIME"))}
+        self.env = {k: v for k, v in os.environ.items()
+                    if not k.startswith(("QT_", "GTK_", "DBUS_", "AT_SPI", "XDG_RUNTIME"))}
         self.env.update(DISPLAY=":" + number, XDG_RUNTIME_DIR=runtime, LC_ALL="C")
-        os.environ["DISPLAY"] = self.env["DISPLAY"]
-        # Under load the display may not take a client at once: the window manager gets a second
-        # chance once the display answers.
-        wm_check = ["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"]
+        # Under load the display may not take a client at once: openbox gets a second chance.
         for _ in range(2):
-            poll(lambda: self._run(["xprop", "-root", "-len", "0", "_NET_WM_NAME"]) != "", 5)
-            openbox = self._spawn(["openbox", "--sm-disable"], stdout=self.desktop_log,
-                                  stderr=subprocess.STDOUT)
-            if poll(lambda: "window id" in self._run(wm_check) or openbox.poll() is not None, 10) \
-                    and openbox.poll() is None:
+            poll(lambda: self._run(["xprop", "-root", "-len", "0", "_NET_WM_NAME"]), 5)
+            openbox = self._spawn(["openbox", "--sm-disable"], **quiet)
+            if poll(lambda: "window id" in self._run(["xprop", "-root",
+                                                       "_NET_SUPPORTING_WM_CHECK"])
+                    or openbox.poll() is not None, 10) and openbox.poll() is None:
                 break
         else:
             raise Seen("openbox did not take charge of the display")
         bus = self._spawn(["dbus-daemon", "--session", "--nofork", "--print-address"],
                           stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
-        address = self._read_line(bus.stdout.fileno(), 10, "the session bus did not start")
-        self.env["DBUS_SESSION_BUS_ADDRESS"] = address
-        os.environ["DBUS_SESSION_BUS_ADDRESS"] = address
-        os.environ["XDG_RUNTIME_DIR"] = runtime
-        self._spawn([BUS_LAUNCHER, "--launch-immediately"],
-                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.env["DBUS_SESSION_BUS_ADDRESS"] = read_line(bus.stdout.fileno(), 10,
+                                                         "the session bus did not start")
+        self._spawn(["/usr/libexec/at-spi-bus-launcher", "--launch-immediately"], **quiet)
         if not poll(lambda: "= \"unix:" in self._run(["xprop", "-root", "AT_SPI_BUS"]), 10):
             raise Seen("the accessibility bus did not start")
+        for key in ("DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR"):
+            os.environ[key] = self.env[key]
         global pyatspi
         import pyatspi as module
         pyatspi = module
-        pyatspi.Registry.getDesktop(0).childCount  # starts the registry daemon before the program
+        pyatspi.Registry.getDesktop(0).childCount  # starts the registry before the program
 
     def start_program(self):
-        """Starts the program (again, after an earlier run of it has ended) on this desktop."""
-        self.app = None
-        env = dict(self.env, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", QT_ACCESSIBILITY="1",
-                   **self.extra_env)
-        self.desktop_pids = set(descendants(os.getpid()))
-        self.runs = getattr(self, "runs", 0) + 1
+        """Starts the program (again, once an earlier run of it has ended) on this desktop."""
+        self.runs += 1
         self.log_path = os.path.join(self.out, f"program-{self.runs}.log")
         self.log = open(self.log_path, "w")
-        self.proc = self._spawn([self.program], env=env, stdout=self.log, stderr=subprocess.STDOUT)
-
-    @staticmethod
-    def _read_line(fd, timeout, complaint):
-        data = b""
-        end = time.monotonic() + timeout
-        while not data.endswith(b"\n"):
-            ready, _, _ = select.select([fd], [], [], max(0.0, end - time.monotonic()))
-            chunk = os.read(fd, 256) if ready else b""
-            if not chunk:
-                raise Seen(complaint)
-            data += chunk
-        return data.decode().strip()
+        env = dict(self.env, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
+                   QT_ACCESSIBILITY="1", **self.extra_env)
+        self.proc = self._spawn([self.program], env=env, stdout=self.log,
+                                stderr=subprocess.STDOUT)
 
     def close(self):
-        """Ends every process this session started, the program first, and anything below them."""
-        for proc in reversed(self.procs):
-            if proc.poll() is not None:
-                continue
-            for pid in descendants(proc.pid) + [proc.pid]:
+        """Ends the program, the desktop and anything left below this process."""
+        deadline = time.monotonic() + 4
+        for sig in (signal.SIGTERM, signal.SIGKILL):
+            for proc in reversed(self.procs):
+                for pid in [proc.pid] + descendants(proc.pid):
+                    try:
+                        os.kill(pid, sig)
+                    except ProcessLookupError:
+                        pass
+            while descendants(os.getpid()) and time.monotonic() < deadline:
                 try:
-                    os.kill(pid, signal.SIGTERM)
-                except ProcessLookupError:
-                    pass
-            try:
-                proc.wait(3)
-            except subprocess.TimeoutExpired:
-                proc.kill()
-                proc.wait()
-        deadline = time.monotonic() + 3
-        while True:  # until nothing is left below this process, not even a zombie
-            reap_zombies()
-            left = descendants(os.getpid())
-            if not left or time.monotonic() > deadline:
-                break
-            for pid in left:
-                try:
-                    os.kill(pid, signal.SIGKILL)
-                except ProcessLookupError:
-                    pass
-            time.sleep(0.02)
+                    os.waitpid(-1, os.WNOHANG)
+                except ChildProcessError:
+                    break
+                time.sleep(0.02)
+            deadline = time.monotonic() + 2
         for log in (self.log, getattr(self, "desktop_log", None)):
             if log is not None:
                 log.close()
 
-    # ----- the program's own process --------------------------------------------------------
     def output(self):
         self.log.flush()
         with open(self.log_path, errors="replace") as log:
@@ -223,34 +166,12 @@ class Session:
         except subprocess.TimeoutExpired:
             return None
 
-    def left_behind(self):
-        """Processes still alive below this one that were not there when the program started and
-        that the session did not start itself, with their commands."""
-        ours = set(self.desktop_pids)
-        for proc in self.procs:
-            if proc is not self.proc:
-                ours.update(descendants(proc.pid) + [proc.pid])
-        found = []
-        for pid in descendants(os.getpid()):
-            try:
-                with open(f"/proc/{pid}/stat") as stat:
-                    if pid in ours or stat.read().rsplit(") ", 1)[1].startswith("Z"):
-                        continue
-                with open(f"/proc/{pid}/cmdline", "rb") as cmdline:
-                    command = cmdline.read().replace(b"\0", b" ").decode(errors="replace")
-                found.append(f"{pid} {command.strip()}")
-            except OSError:
-                continue
-        return found
-
-    # ----- failure reports ------------------------------------------------------------------
-    def screenshot(self, label, box=None):
+    def screenshot(self, label):
         from PIL import ImageGrab
-        image = ImageGrab.grab(bbox=box, xdisplay=self.env["DISPLAY"])
         self.shots += 1
-        path = os.path.join(self.out, f"{self.shots:02d}-{label}.png")
-        image.save(path)
-        return image, path
+        image = ImageGrab.grab(xdisplay=self.env["DISPLAY"])
+        image.save(os.path.join(self.out, f"{self.shots:02d}-{label}.png"))
+        return image
 
     def fail(self, seen):
         try:
@@ -263,9 +184,9 @@ class Session:
         if not condition:
             self.fail(seen)
 
-    # ----- X input --------------------------------------------------------------------------
     def _run(self, argv):
-        return subprocess.run(argv, env=self.env, capture_output=True, text=True, timeout=10).stdout
+        return subprocess.run(argv, env=self.env, capture_output=True, text=True,
+                              timeout=10).stdout
 
     def xdotool(self, *args):
         return self._run(["xdotool", *map(str, args)])
@@ -280,13 +201,14 @@ class Session:
         time.sleep(0.1)
 
     def move_mouse(self, x, y):
-        # not --sync: xdotool would wait for ever when the pointer is already there
-        self.xdotool("mousemove", x, y)
+        self.xdotool("mousemove", x, y)  # not --sync: it waits for ever if already there
         poll(lambda: f"X={x}\nY={y}\n" in self.xdotool("getmouselocation", "--shell"), 1, 0.02)
 
-    def click(self, x, y, press_only=False):
-        self.move_mouse(x, y)
-        if press_only:
+    def click_on(self, obj, press_only=False, at=None):
+        """Clicks the middle of an AT-SPI object, or the screen point `at`."""
+        x, y, w, h = extents(obj) if obj is not None else (*at, 0, 0)
+        self.move_mouse(x + w // 2, y + h // 2)
+        if press_only:  # the "?" button acts on the press
             self.xdotool("mousedown", 1)
             time.sleep(0.1)
             self.xdotool("mouseup", 1)
@@ -294,17 +216,11 @@ class Session:
             self.xdotool("click", 1)
         time.sleep(0.15)
 
-    def click_on(self, obj, press_only=False):
-        x, y, w, h = extents(obj)
-        self.click(x + w // 2, y + h // 2, press_only)
-
     def clipboard(self):
-        return subprocess.run(["xclip", "-o", "-selection", "clipboard"], env=self.env,
-                              capture_output=True, text=True, timeout=5).stdout
+        return self._run(["xclip", "-o", "-selection", "clipboard"])
 
     def set_clipboard(self, text):
-        """xclip takes the clipboard and serves it in the foreground until another client takes
-        it over; close() ends it if it is still there."""
+        """xclip serves the clipboard until another client takes it; close() ends it."""
         xclip = self._spawn(["xclip", "-quiet", "-i", "-selection", "clipboard"],
                             stdin=subprocess.PIPE, stdout=subprocess.DEVNULL,
                             stderr=subprocess.DEVNULL)
@@ -312,43 +228,30 @@ class Session:
         xclip.stdin.close()
         poll(lambda: self.clipboard() == text, 2)
 
-    # ----- X windows ------------------------------------------------------------------------
     def windows(self):
         """The program's mapped top-level X windows, as ids."""
-        found = self.xdotool("search", "--onlyvisible", "--pid", self.proc.pid)
-        return [int(window) for window in found.split()]
+        return self.xdotool("search", "--onlyvisible", "--pid", self.proc.pid).split()
 
-    # ----- AT-SPI ---------------------------------------------------------------------------
-    def application(self):
-        if self.app is None:
-            desktop = pyatspi.Registry.getDesktop(0)
-            for app in desktop:
-                if app is not None and app.get_process_id() == self.proc.pid:
-                    self.app = app
-        return self.app
+    def top_windows(self, role=None, name=None):
+        # Under the GTK theme GTK registers a window-less application of its own for our pid.
+        apps = [a for a in pyatspi.Registry.getDesktop(0)
+                if a is not None and a.get_process_id() == self.proc.pid]
+        return [w for app in apps for w in app if w is not None and showing(w)
+                and role in (None, w.getRole()) and name in (None, w.name)]
 
     def frame(self, title, timeout=6.0):
         """The program's showing top-level window of that title, waiting for it."""
-        def find():
-            app = self.application()
-            for window in app or []:
-                if window is not None and window.name == title and showing(window):
-                    return window
-        return poll(find, timeout)
-
-    def control_window(self, timeout=6.0):
-        window = self.frame("Korvane", timeout)
-        self.check(window, "the control window \"Korvane\" did not come up")
-        return window
+        return poll(lambda: self.top_windows(name=title)[0], timeout)
 
     def pass_about_window(self):
         """Waits for the about window and dismisses it with a key, as a person in a hurry does."""
-        self.check(poll(lambda: self.windows(), 10), "no window of the program came up")
+        self.check(poll(self.windows, 10), "no window of the program came up")
         self.key("space")
-        return self.control_window()
+        window = self.frame("Korvane")
+        self.check(window, "the control window \"Korvane\" did not come up")
+        return window
 
 
-# ----- AT-SPI helpers -------------------------------------------------------------------------
 def showing(obj):
     return obj.getState().contains(pyatspi.STATE_SHOWING)
 
@@ -364,21 +267,18 @@ def extents(obj):
 
 def walk(obj):
     yield obj
-    for i in range(obj.childCount):
-        child = obj.getChildAtIndex(i)
+    for child in obj:
         if child is not None:
             yield from walk(child)
 
 
 def find_all(root, role=None, name=None, only_showing=True):
-    return [o for o in walk(root)
-            if (role is None or o.getRole() == role) and (name is None or o.name == name)
+    return [o for o in walk(root) if role in (None, o.getRole()) and name in (None, o.name)
             and (not only_showing or showing(o))]
 
 
 def find(root, role=None, name=None, only_showing=True):
-    found = find_all(root, role, name, only_showing)
-    return found[0] if found else None
+    return next(iter(find_all(root, role, name, only_showing)), None)
 
 
 def text_of(obj):
@@ -391,39 +291,28 @@ def focused(root):
 
 
 def describe(obj):
-    return f"{obj.getRoleName()} \"{obj.name}\""
+    return "nothing" if obj is None else f"{obj.getRoleName()} \"{obj.name}\""
 
 
-def run(scenarios):
+def run(SCENARIOS):
     """Entry point of a scenario script: <script> <scenario> <program>."""
-    if len(sys.argv) != 3 or sys.argv[1] not in scenarios:
-        print(f"usage: {sys.argv[0]} <{'|'.join(scenarios)}> <program>", file=sys.stderr)
-        return 2
-    scenario = scenarios[sys.argv[1]]
-    missing = missing_tools(getattr(scenario, "needs", ()))
-    if missing:
-        print("session: skipped, missing " + ", ".join(missing))
-        return SKIP
+    name, program = sys.argv[1], os.path.abspath(sys.argv[2])
     session = None
     try:
-        session = Session(os.path.abspath(sys.argv[2]), sys.argv[1], getattr(scenario, "env", None))
-        scenario(session)
+        session = Session(program, name, getattr(SCENARIOS[name], "env", None))
+        SCENARIOS[name](session)
     except Seen as seen:
-        print(f"session {sys.argv[1]}: FAILED: {seen}", file=sys.stderr)
+        print(f"session {name}: FAILED: {seen}", file=sys.stderr)
         return 1
     except Exception as error:  # noqa: BLE001 - the scenario broke off; say where things stood
         traceback.print_exc()
-        where = ""
-        if session is not None and session.proc is not None:
-            status = session.proc.poll()
-            where = (" while the program was still running" if status is None
-                     else f" after the program had ended with status {status}")
-            where += f" (screenshots and the program's output are in {session.out})"
-        print(f"session {sys.argv[1]}: BROKE OFF with {error!r}{where}", file=sys.stderr)
+        status = session and session.proc and session.proc.poll()
+        print(f"session {name}: BROKE OFF with {error!r} (program status {status}; "
+              f"its output is in {session and session.out})", file=sys.stderr)
         return 1
     finally:
         if session is not None:
             session.close()
     shutil.rmtree(session.out, ignore_errors=True)  # kept only where something failed
-    print(f"session {sys.argv[1]}: passed")
+    print(f"session {name}: passed")
     return 0
