@@ -1,0 +1,25 @@
+#!/usr/bin/env bash
+# The Debian package as a distribution would take it: builds the .deb from build/, checks it with
+# lintian (no error, no warning), the AppStream record and the desktop entry with their
+# validators, installs it with apt-get, runs the installed program through the real-window run
+# (about window, calculator, one calculation, closed with status 0) and removes it again.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+bash scripts/deps.sh
+sudo=""
+[ "$(id -u)" -ne 0 ] && sudo="sudo"
+
+bash scripts/build.sh build
+rm -f build/korvane_*.deb
+(cd build && cpack -G DEB >/dev/null)
+deb=$(realpath build/korvane_*.deb)
+lintian --fail-on error,warning --tag-display-limit 0 "$deb"
+appstreamcli validate --no-net packaging/*.metainfo.xml
+desktop-file-validate resources/korvane.desktop
+
+remove() { DEBIAN_FRONTEND=noninteractive $sudo apt-get remove -y -qq korvane >/dev/null; }
+trap remove EXIT
+DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq "$deb" >/dev/null
+[ "$(command -v korvane)" = /usr/bin/korvane ] || { echo "package: korvane is not on PATH"; exit 1; }
+bash scripts/smoke.sh /usr/bin/korvane
+echo "package: $(basename "$deb") is clean, installs, runs and ends with status 0"
