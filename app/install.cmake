@@ -1,15 +1,8 @@
-# Where a Linux desktop finds Korvane once installed: the program in bin/, its pictures in
-# share/korvane (the platform looks there, beside bin/), the menu entry and the icon. CPack makes
-# a Debian package of the same tree.
+# Where a Linux desktop finds Korvane once installed: the program in bin/ (its pictures are built
+# into it), the menu entry and the icon. CPack makes a Debian package of the same tree.
 include(GNUInstallDirs)
 
 install(TARGETS korvane RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-
-# The pictures, with any @2x variants: the platform looks for them in ../share/korvane from the
-# program's folder.
-file(GLOB korvane_pictures CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/resources/tformula*.png
-     ${PROJECT_SOURCE_DIR}/resources/tlarge*.png)
-install(FILES ${korvane_pictures} DESTINATION share/korvane)
 
 install(FILES ${PROJECT_SOURCE_DIR}/resources/korvane.desktop
         DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)

@@ -7,8 +7,7 @@
 #   2. under strace -f: the program and any process it starts may connect only to the display
 #      server's sockets, and may write no file but those listed below.
 #   bash scripts/proof.sh [program] [close helper]
-# Logs go to $PROOF_OUT (a new temporary folder if unset). Exits 77, which CTest counts as skipped,
-# where a tool is missing.
+# Logs go to $PROOF_OUT (a new temporary folder if unset).
 #
 # What counts as the display server's. The X server's socket (/tmp/.X11-unix/X<n>, also in the
 # abstract namespace), and the desktop's message buses that Qt asks about accessibility: the
@@ -24,29 +23,22 @@
 # Any other open for writing, creat, rename, unlink or mkdir fails the proof: the program stores
 # nothing.
 set -euo pipefail
+root=$(realpath "$(dirname "$0")/..")
+# shellcheck source=scripts/xdrive.sh
+source "$root/scripts/xdrive.sh"
 
 if [ "${1:-}" != "--under-xvfb" ]; then
-    self=$(realpath "$0")
-    cd "$(dirname "$self")/.."
+    cd "$root"
     program=$(realpath "${1:-build/app/korvane}")
-    closer=$(realpath "${2:-build/tests/app/x_close_window}")
-    tools=(xvfb-run xdotool strace import convert)
+    tools=strace
     # grep reads all of ldd's output: with -q it could stop early, and pipefail would then take
     # ldd's broken pipe for "not sanitized".
-    ldd "$program" | grep libasan >/dev/null || tools+=(valgrind)
-    for tool in "${tools[@]}"; do
-        if ! command -v "$tool" >/dev/null; then
-            echo "proof: $tool is not installed, so the proof run is skipped"
-            exit 77
-        fi
-    done
-    # A display number of its own, away from the ones other runs start at.
-    exec xvfb-run -a -n $((100 + RANDOM % 800)) -s "-screen 0 1280x1024x24" \
-        bash "$self" --under-xvfb "$program" "$closer"
+    ldd "$program" | grep libasan >/dev/null || tools+=" valgrind"
+    under_xvfb "$root/scripts/proof.sh" "$program" \
+        "$(realpath "${2:-build/tests/app/x_close_window}")"
 fi
 program=$2
 closer=$3
-root=$(realpath "$(dirname "$0")/..")
 out=${PROOF_OUT:-$(mktemp -d)}
 mkdir -p "$out"
 pid=""
@@ -54,6 +46,7 @@ patience=20  # seconds to wait for a window; valgrind needs far more
 
 fail() {
     echo "proof: $*" >&2
+    [ -n "${log:-}" ] && echo "proof: the end of the program's output: $(tail -5 "$log")" >&2
     echo "proof: logs and screenshots are in $out" >&2
     if [ -n "$pid" ]; then
         pkill -P "$pid" 2>/dev/null || true  # what strace runs goes first: strace would detach
@@ -62,8 +55,6 @@ fail() {
     exit 1
 }
 
-# shellcheck source=scripts/xdrive.sh
-source "$root/scripts/xdrive.sh"
 # The display is Xvfb's own, so every window on it is the program's.
 visible_windows() { xdotool search --onlyvisible --name '' 2>/dev/null || true; }
 titled() { xdotool search --onlyvisible --name "^$1\$" 2>/dev/null | head -n 1 || true; }
@@ -108,18 +99,6 @@ walk() {
     "$closer" "$calculator"
 }
 
-# Waits for the program to end by itself after the walk; its status in $status.
-wait_for_exit() {
-    for _ in $(seq $((patience * 10))); do
-        kill -0 "$pid" 2>/dev/null || break
-        sleep 0.1
-    done
-    kill -0 "$pid" 2>/dev/null && fail "$1: the program still runs after its window was closed"
-    status=0
-    wait "$pid" || status=$?
-    pid=""
-}
-
 # --- 1. Leaks ---
 if ldd "$program" | grep libasan >/dev/null; then
     checker="LeakSanitizer"
@@ -127,6 +106,7 @@ if ldd "$program" | grep libasan >/dev/null; then
         LSAN_OPTIONS=suppressions=$root/tests/lsan.supp:print_suppressions=0 \
         "$program" >"$out/leaks.log" 2>&1 &
     pid=$!
+    log=$out/leaks.log
     patience=60
 else
     checker="valgrind"
@@ -135,11 +115,12 @@ else
         --suppressions="$root/tests/proof/valgrind.supp" --log-file="$out/leaks.log" \
         "$program" >"$out/leaks-program.log" 2>&1 &
     pid=$!
+    log=$out/leaks.log  # valgrind's own report says how the program ended
     patience=180
 fi
 started=$(date +%s)
 walk leaks
-wait_for_exit leaks
+wait_for_exit
 echo "proof: the run under $checker took $(($(date +%s) - started)) s"
 [ "$status" -eq 0 ] || fail "under $checker the program ended with status $status"
 if [ "$checker" = valgrind ]; then
@@ -164,10 +145,11 @@ calls=execve,connect,open,openat,creat,rename,renameat,renameat2,unlink,unlinkat
 # the run above.
 ASAN_OPTIONS=detect_leaks=0 strace -f -qq -e trace="$calls" -o "$out/strace.log" "$program" \
     >"$out/strace-program.log" 2>&1 &
+log=$out/strace-program.log
 pid=$!
 patience=20
 walk strace
-wait_for_exit strace
+wait_for_exit
 [ "$status" -eq 0 ] || fail "under strace the program ended with status $status"
 
 runtime_dir=${XDG_RUNTIME_DIR:-/tmp/runtime-$(id -un)}

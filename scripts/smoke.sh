@@ -3,40 +3,33 @@
 # The about window comes up first; a click on it brings up the calculator; one calculation of
 # independent means fills the result column; closing the calculator ends the run with status 0.
 #   bash scripts/smoke.sh [program] [close helper]
-# Screenshots go to $SMOKE_OUT (a new temporary folder if unset). Exits 77, which CTest counts as
-# skipped, where xvfb-run or xdotool is missing.
+# Screenshots go to $SMOKE_OUT (a new temporary folder if unset).
 set -euo pipefail
+# shellcheck source=scripts/xdrive.sh
+source "$(dirname "$(realpath "$0")")/xdrive.sh"
 
 if [ "${1:-}" != "--under-xvfb" ]; then
     self=$(realpath "$0")
     cd "$(dirname "$self")/.."
-    program=$(realpath "${1:-build/app/korvane}")
-    closer=$(realpath "${2:-build/tests/app/x_close_window}")
-    for tool in xvfb-run xdotool import convert; do
-        if ! command -v "$tool" >/dev/null; then
-            echo "smoke: $tool is not installed, so the real-window run is skipped"
-            exit 77
-        fi
-    done
-    exec xvfb-run -a -s "-screen 0 1280x1024x24" bash "$self" --under-xvfb "$program" "$closer"
+    under_xvfb "$self" "$(realpath "${1:-build/app/korvane}")" \
+        "$(realpath "${2:-build/tests/app/x_close_window}")"
 fi
 program=$2
 closer=$3
 out=${SMOKE_OUT:-$(mktemp -d)}
 mkdir -p "$out"
+log=$out/program.log
 
 fail() {
     echo "smoke: $*" >&2
     echo "smoke: screenshots and the program's output are in $out" >&2
-    kill "$pid" 2>/dev/null || true
+    [ -n "$pid" ] && kill "$pid" 2>/dev/null
     exit 1
 }
 
-# shellcheck source=scripts/xdrive.sh
-source "$(dirname "$(realpath "$0")")/xdrive.sh"
 visible_windows() { xdotool search --onlyvisible --pid "$pid" 2>/dev/null || true; }
 
-"$program" >"$out/program.log" 2>&1 &
+"$program" >"$log" 2>&1 &
 pid=$!
 
 about=$(wait_for window_of_size 500x200) || fail "the about window did not come up"
@@ -67,13 +60,7 @@ import -window "$calculator" "$out/3-result.png"
     fail "the result column stayed empty after Calculate"
 
 "$closer" "$calculator"
-for _ in $(seq 100); do
-    kill -0 "$pid" 2>/dev/null || break
-    sleep 0.1
-done
-kill -0 "$pid" 2>/dev/null && fail "the program still runs after its window was closed"
-status=0
-wait "$pid" || status=$?
+wait_for_exit
 [ "$status" -eq 0 ] || fail "the program ended with status $status"
 if grep -q "Korvane:" "$out/program.log"; then
     fail "the program reported a fault: $(grep "Korvane:" "$out/program.log")"

@@ -1,8 +1,36 @@
 # Helpers for driving Korvane's real windows under Xvfb with xdotool, sourced by smoke.sh and
 # proof.sh. The sourcing script defines visible_windows (the windows that count as the
-# program's) and may set patience (seconds to wait for a window; 10 by default).
+# program's) and fail, sets pid to the running program's and may set patience (seconds to wait
+# for a window; 10 by default).
 
-# Polls until the command prints something and echoes what it printed.
+# Runs the sourcing script again on a display of its own, as
+#   <script> --under-xvfb <arguments...>
+# after checking that every tool named in $tools is installed (a missing one is an error: the
+# dependency script installs them all), and ends with its status. Xvfb picks a free display and
+# writes its number once it takes clients (-displayfd): parallel runs never meet, and the program
+# never starts before its display is there.
+under_xvfb() {
+    local script=$1 tool number="" numbers status=0
+    shift
+    for tool in Xvfb xdotool import convert ${tools:-}; do
+        command -v "$tool" >/dev/null || { echo "$tool is not installed (scripts/deps.sh installs it)" >&2; exit 1; }
+    done
+    numbers=$(mktemp)
+    Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$numbers" 2>/dev/null &
+    xvfb=$!
+    trap 'kill "$xvfb" 2>/dev/null; rm -f "$numbers"' EXIT
+    for _ in $(seq 100); do
+        number=$(grep -x '[0-9]*' "$numbers" || true)
+        [ -n "$number" ] && break
+        sleep 0.1
+    done
+    [ -n "$number" ] || { echo "Xvfb did not start" >&2; exit 1; }
+    DISPLAY=:$number bash "$script" --under-xvfb "$@" || status=$?
+    exit "$status"
+}
+
+# Polls until the command prints something and echoes what it printed. Gives up at once when the
+# program has ended, and says so with the end of what it printed ($log).
 wait_for() {
     local found
     for _ in $(seq $((${patience:-10} * 5))); do
@@ -11,9 +39,25 @@ wait_for() {
             echo "$found"
             return 0
         fi
+        if [ -n "${pid:-}" ] && ! kill -0 "$pid" 2>/dev/null; then
+            echo "the program ended early; the end of its output: $(tail -5 "${log:-/dev/null}")" >&2
+            return 1
+        fi
         sleep 0.2
     done
     return 1
+}
+
+# Waits for the program to end by itself after its window was closed; its status in $status.
+wait_for_exit() {
+    for _ in $(seq $((${patience:-10} * 10))); do
+        kill -0 "$pid" 2>/dev/null || break
+        sleep 0.1
+    done
+    kill -0 "$pid" 2>/dev/null && fail "the program still runs after its window was closed"
+    status=0
+    wait "$pid" || status=$?
+    pid=""
 }
 
 window_size() { xdotool getwindowgeometry "$1" | awk '/Geometry:/ {print $2}'; }

@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QFontMetricsF>
+#include <QIcon>
 #include <QImage>
 #include <QMouseEvent>
 #include <QPainter>
@@ -730,23 +731,27 @@ const ClassInfo& Picture::StaticClass() {
     return info;
 }
 
-// On a dense screen the "@2x" variant of a picture (tlarge@2x.png beside tlarge.png) is shown
-// at the same size in points, so it stays sharp; without one the picture is scaled up.
-static bool LoadSharpest(QImage& image, const std::filesystem::path& path) {
-    if (qApp != nullptr && qApp->devicePixelRatio() > 1.0) {
-        auto dense = path;
-        dense.replace_filename(path.stem().string() + "@2x" + path.extension().string());
-        if (image.load(QString::fromStdString(dense.string()))) {
-            image.setDevicePixelRatio(2.0);
-            return true;
-        }
+// On a dense screen Qt picks the "@2x" variant of a picture (tlarge@2x.png beside tlarge.png)
+// and shows it at the same size in points, so it stays sharp; without one the picture is scaled
+// up. A missing or unreadable file gives an icon with no sizes.
+static QImage LoadSharpest(const std::filesystem::path& path) {
+    const QString file = QString::fromStdString(path.string());
+    if (qApp == nullptr) {
+        return QImage(file);  // no screens to ask, and no pixmaps without a GUI application
     }
-    return image.load(QString::fromStdString(path.string()));
+    const QIcon icon(file);
+    const QList<QSize> sizes = icon.availableSizes();
+    if (sizes.isEmpty()) {
+        return {};
+    }
+    const QSize base = *std::min_element(sizes.begin(), sizes.end(),
+                                         [](QSize a, QSize b) { return a.width() < b.width(); });
+    return icon.pixmap(base, qApp->devicePixelRatio()).toImage();
 }
 
 std::unique_ptr<Picture> Picture::_OpenFromApp(const std::string& name) {
-    QImage image;
-    if (name.empty() || !LoadSharpest(image, ResourceDirectory() / name)) {
+    QImage image = name.empty() ? QImage() : LoadSharpest(ResourceDirectory() / name);
+    if (image.isNull()) {
         return nullptr;  // missing or unreadable: the canvas stays empty
     }
     std::unique_ptr<Picture> picture(new Picture());

@@ -112,24 +112,6 @@ bool IsPrintable(QChar c) {
     return c.unicode() >= 0x20 && c.unicode() != 0x7f && !c.isNonCharacter();
 }
 
-std::filesystem::path ExecutableDirectory() {
-    std::error_code error;
-    const auto exe = std::filesystem::read_symlink("/proc/self/exe", error);
-    if (!error) {
-        return exe.parent_path();
-    }
-    if (QCoreApplication::instance() != nullptr) {
-        return QCoreApplication::applicationDirPath().toStdString();
-    }
-    return std::filesystem::current_path();
-}
-
-bool HasPictures(const std::filesystem::path& directory) {
-    std::error_code error;
-    return std::filesystem::exists(directory / "tlarge.png", error) ||
-           std::filesystem::exists(directory / "tformula.png", error);
-}
-
 // The windows are drawn as their records give them, on white grounds in the records' colours,
 // whatever the desktop's theme: a dark theme would otherwise draw the default texts (captions of
 // radio buttons and frames) light on those white grounds. So the run keeps Qt's own style, and
@@ -276,10 +258,11 @@ void RuntimeInit() {
     QGuiApplication::setDesktopFileName(QStringLiteral("korvane"));
 }
 
-// The icon of every window: from the theme once installed, else from the resources beside the
-// program. Looking it up costs several milliseconds, so it is set after the first window is up.
+// The icon of every window: from the theme once installed, else the small one among the
+// program's pictures. Looking it up costs several milliseconds, so it is set after the first
+// window is up.
 static void SetWindowIcon() {
-    const auto icon = ResourceDirectory() / "korvane-256.png";
+    const auto icon = ResourceDirectory() / "korvane-64.png";
     QApplication::setWindowIcon(
         QIcon::fromTheme(QStringLiteral("korvane"), QIcon(QString::fromStdString(icon.string()))));
 }
@@ -447,19 +430,8 @@ void SetMessageBoxHook(MessageHook hook) {
 }
 
 std::filesystem::path ResourceDirectory() {
-    if (!State().resourceDirectory.empty()) {
-        return State().resourceDirectory;
-    }
-    const auto exeDir = ExecutableDirectory();
-    const auto installed = exeDir.parent_path() / "share" / "korvane";
-    if (HasPictures(installed)) {
-        return installed;
-    }
-    const auto beside = exeDir / "resources";
-    if (HasPictures(beside)) {
-        return beside;
-    }
-    return KORVANE_SOURCE_RESOURCES;
+    const auto& chosen = State().resourceDirectory;
+    return chosen.empty() ? std::filesystem::path(":/korvane") : chosen;
 }
 
 void SetResourceDirectory(const std::filesystem::path& directory) {

@@ -64,8 +64,8 @@ using MessageHook = std::function<void(const std::string&)>;
 void SetMessageBoxHook(MessageHook hook);
 
 // --- Resources ---
-// Where the application's pictures are: the installed share folder beside the binary's prefix,
-// else the resources folder of the build tree. Tests may point it elsewhere.
+// Where the application's pictures are read: ":/korvane", the Qt resources built into the
+// program, unless a test points it at a folder (an empty path restores the default).
 std::filesystem::path ResourceDirectory();
 void SetResourceDirectory(const std::filesystem::path& directory);
 

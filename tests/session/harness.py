@@ -26,9 +26,14 @@ class Seen(AssertionError):
     """A check failed; the text is what a person at the screen would have seen."""
 
 
+# Every wait is stretched this many times: a machine that runs the suites in parallel answers
+# slowly, and a wait ends as soon as what it waits for is seen.
+PATIENCE = 3
+
+
 def poll(what, timeout=6.0, interval=0.05):
     """Calls what() until it gives something true and returns that; None after the timeout."""
-    end = time.monotonic() + timeout
+    end = time.monotonic() + timeout * PATIENCE
     while True:
         try:
             found = what()

@@ -26,7 +26,7 @@ TEST_F(PicturesTest, AMissingPictureLeavesItsCanvasEmptyAndIsTriedAgainLater) {
     EXPECT_TRUE(information.Visible());
     platform::DestroyAllWindows();
 
-    platform::SetResourceDirectory(KORVANE_PICTURES_DIR);
+    platform::SetResourceDirectory({});  // the pictures built into the program
     platform::Picture* banner = tlarge();
     ASSERT_NE(banner, nullptr);
     EXPECT_EQ(banner->Width(), 488);
