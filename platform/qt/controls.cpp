@@ -3,8 +3,8 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QFontMetricsF>
-#include <QIcon>
 #include <QImage>
+#include <QImageReader>
 #include <QMouseEvent>
 #include <QPainter>
 #include <algorithm>
@@ -731,26 +731,36 @@ const ClassInfo& Picture::StaticClass() {
     return info;
 }
 
-// On a dense screen Qt picks the "@2x" variant of a picture (tlarge@2x.png beside tlarge.png)
-// and shows it at the same size in points, so it stays sharp; without one the picture is scaled
-// up. A missing or unreadable file gives an icon with no sizes.
-static QImage LoadSharpest(const std::filesystem::path& path) {
-    const QString file = QString::fromStdString(path.string());
-    if (qApp == nullptr) {
-        return QImage(file);  // no screens to ask, and no pixmaps without a GUI application
+// The pictures are PNGs, read by Qt's own PNG reader: a reader left to guess the format from the
+// content would load every image-format plug-in first, which costs the first window several
+// milliseconds.
+static QImage ReadPng(const std::filesystem::path& path) {
+    QImageReader reader(QString::fromStdString(path.string()), "png");
+    reader.setAutoDetectImageFormat(false);
+    return reader.read();
+}
+
+// On a dense screen the "@2x" variant of a picture (tlarge@2x.png beside tlarge.png) is shown
+// at the same size in points, so it stays sharp; without one the picture is scaled up.
+static QImage ReadSharpest(const std::filesystem::path& path) {
+    if (qApp != nullptr && qApp->devicePixelRatio() > 1.0) {
+        auto dense = path;
+        dense.replace_filename(path.stem().string() + "@2x" + path.extension().string());
+        QImage image = ReadPng(dense);
+        if (!image.isNull()) {
+            image.setDevicePixelRatio(2.0);
+            return image;
+        }
     }
-    const QIcon icon(file);
-    const QList<QSize> sizes = icon.availableSizes();
-    if (sizes.isEmpty()) {
-        return {};
-    }
-    const QSize base = *std::min_element(sizes.begin(), sizes.end(),
-                                         [](QSize a, QSize b) { return a.width() < b.width(); });
-    return icon.pixmap(base, qApp->devicePixelRatio()).toImage();
+    return ReadPng(path);
+}
+
+QImage qt::ReadPicture(const std::string& name) {
+    return name.empty() ? QImage() : ReadSharpest(ResourceDirectory() / name);
 }
 
 std::unique_ptr<Picture> Picture::_OpenFromApp(const std::string& name) {
-    QImage image = name.empty() ? QImage() : LoadSharpest(ResourceDirectory() / name);
+    QImage image = qt::ReadPicture(name);
     if (image.isNull()) {
         return nullptr;  // missing or unreadable: the canvas stays empty
     }

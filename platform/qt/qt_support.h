@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QFont>
+#include <QImage>
 #include <QPalette>
 #include <QString>
 #include <string>
@@ -38,6 +39,10 @@ inline std::string FromQt(const QString& text) {
 std::string KeyString(const QKeyEvent& event);
 // Ctrl, Alt or Meta held: the press is a shortcut, never a KeyDown.
 bool IsShortcutPress(const QKeyEvent& event);
+
+// The PNG of that name among the application's pictures, its "@2x" variant on a dense screen; a
+// null image when it is missing or unreadable.
+QImage ReadPicture(const std::string& name);
 
 bool OnMainThread();
 bool QuitRequested();  // Quit was called or a failure ended the run

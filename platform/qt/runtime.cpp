@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QPalette>
+#include <QPixmap>
 #include <QStyle>
 #include <QStyleFactory>
 #include <QTimer>
@@ -262,9 +263,8 @@ void RuntimeInit() {
 // program's pictures. Looking it up costs several milliseconds, so it is set after the first
 // window is up.
 static void SetWindowIcon() {
-    const auto icon = ResourceDirectory() / "korvane-64.png";
-    QApplication::setWindowIcon(
-        QIcon::fromTheme(QStringLiteral("korvane"), QIcon(QString::fromStdString(icon.string()))));
+    const QIcon own(QPixmap::fromImage(qt::ReadPicture("korvane-64.png")));
+    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("korvane"), own));
 }
 
 void RuntimePerformInitializers(std::span<const Initializer> table) {

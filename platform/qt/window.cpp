@@ -326,6 +326,12 @@ struct Window::Impl {
     }
 
     void InstallMenuBar() {
+        // A window that has never had a menu bar makes no Qt one to hide: building it costs the
+        // window the style's icons, and with them the loading of every image-format plug-in.
+        if (menuBar == nullptr && frame->menuWidget() == nullptr) {
+            ApplySize();
+            return;
+        }
         QMenuBar* bar = frame->menuBar();
         bar->setNativeMenuBar(false);
         if (menuBar != nullptr) {
