@@ -1,7 +1,6 @@
-// The test choice, Calculate and Clear through the real form: clicks and typed keys in, the
-// controls a user sees, the result texts, the message and the focus out. The arithmetic and
-// the checks themselves are the engine's and tested there.
-#include <QTimer>
+// The test choice, Calculate, Clear and the key filter through the real form: clicks and typed
+// keys in, the controls a user sees, the result texts, the message and the focus out. The
+// arithmetic and the checks themselves are the engine's and tested there.
 #include <set>
 #include <string>
 #include <vector>
@@ -17,8 +16,6 @@ const Names kAlwaysShown{"HalbrineTitle", "typeBox",  "IBtn",        "RBtn",
                          "CalcBtn",       "ClearBtn", "PushButton1", "StaticText5"};
 const Names kEntries{"GroupBox1", "GroupBox2",   "m1fld", "StaticText1", "sd1fld", "StaticText2",
                      "n1fld",     "StaticText7", "m2fld", "StaticText3", "sd2fld", "StaticText4"};
-const Names kIndependentOnly{"n2fld", "n2text"};
-const Names kRelatedOnly{"rfld", "rtext", "Sep1", "Sep2"};
 const Names kResults{"dfFld", "dfText", "tfld", "ttext", "pfld", "dtail"};
 
 Names Union(std::initializer_list<Names> sets) {
@@ -27,8 +24,10 @@ Names Union(std::initializer_list<Names> sets) {
         all.insert(set.begin(), set.end());
     return all;
 }
+const Names kIndependentForm = Union({kAlwaysShown, kEntries, {"n2fld", "n2text"}});
+const Names kRelatedForm = Union({kAlwaysShown, kEntries, {"rfld", "rtext", "Sep1", "Sep2"}});
 
-class CalculateTest : public UiTest {
+class FormUseTest : public UiTest {
   protected:
     void SetUp() override {
         UiTest::SetUp();
@@ -39,8 +38,7 @@ class CalculateTest : public UiTest {
     Names Seen() {
         Names seen;
         for (std::size_t i = 0; i < form->ControlCount(); ++i) {
-            const auto& control =
-                platform::RuntimeCheckCast<platform::RectControl>(form->ControlAt(i));
+            auto& control = platform::RuntimeCheckCast<platform::RectControl>(form->ControlAt(i));
             if (control.Widget()->isVisible())
                 seen.insert(control.Name());
         }
@@ -49,14 +47,12 @@ class CalculateTest : public UiTest {
 
     void TypeIndependentExample() {
         Click(form->IBtn());
-        for (auto [field, text] : {std::pair{&form->m1fld(), "10"},
-                                   {&form->m2fld(), "8"},
-                                   {&form->sd1fld(), "2"},
-                                   {&form->sd2fld(), "3"},
-                                   {&form->n1fld(), "10"},
-                                   {&form->n2fld(), "12"}}) {
-            Type(*field, text);
-        }
+        Type(form->m1fld(), "10");
+        Type(form->m2fld(), "8");
+        Type(form->sd1fld(), "2");
+        Type(form->sd2fld(), "3");
+        Type(form->n1fld(), "10");
+        Type(form->n2fld(), "12");
     }
 
     std::string Results() {
@@ -66,89 +62,53 @@ class CalculateTest : public UiTest {
     ControlWnd* form = nullptr;
 };
 
-TEST_F(CalculateTest, EachTestShowsItsEntriesAndFocusesTheFirstMean) {
+TEST_F(FormUseTest, EachTestShowsItsEntriesAndFocusesTheFirstMean) {
     EXPECT_EQ(Seen(), kAlwaysShown);
     platform::recorder::Start();
     Click(form->IBtn());
     EXPECT_EQ(Globals::btn, 1);
-    EXPECT_EQ(Seen(), Union({kAlwaysShown, kEntries, kIndependentOnly}));
+    EXPECT_EQ(Seen(), kIndependentForm);
     EXPECT_TRUE(HasFocus(form->m1fld()));
-    // What goes first matters to a screen that draws each step.
-    const std::vector<std::string> log = Log();
+    const std::vector<std::string> log = Log();  // each step may be drawn as it comes
     EXPECT_EQ(std::vector<std::string>(log.begin(), log.begin() + 4),
               (std::vector<std::string>{"rfld.Visible=0", "rtext.Visible=0", "n2fld.Visible=1",
                                         "n2text.Visible=1"}));
-
     Click(form->sd2fld());
     Click(form->RBtn());
     EXPECT_EQ(Globals::btn, 2);
-    EXPECT_EQ(Seen(), Union({kAlwaysShown, kEntries, kRelatedOnly}));
+    EXPECT_EQ(Seen(), kRelatedForm);
     EXPECT_TRUE(HasFocus(form->m1fld()));
     EXPECT_TRUE(form->RBtn().Value() && !form->IBtn().Value());
 }
 
-TEST_F(CalculateTest, TypedEntriesShowTheResultsUntilTheNextSuccessOrClear) {
+TEST_F(FormUseTest, ResultsStayUntilClearAndARefusalFocusesItsField) {
     TypeIndependentExample();
     Click(form->CalcBtn());
-    EXPECT_TRUE(messages.empty());
     EXPECT_EQ(Results(), "+1.798 20 .0873");
-    EXPECT_EQ(Seen(), Union({kAlwaysShown, kEntries, kIndependentOnly, kResults}));
+    EXPECT_EQ(Seen(), Union({kIndependentForm, kResults}));
     EXPECT_FALSE(form->dtail().Enabled());
     EXPECT_TRUE(HasFocus(form->n2fld())) << "a result moves no focus";
 
-    form->n2fld().Text("");  // refused: the results stay, so does the chosen test
+    form->sd1fld().Text("");
     Click(form->CalcBtn());
-    EXPECT_EQ(messages, std::vector<std::string>{messages::kN2});
+    EXPECT_EQ(messages, std::vector<std::string>{messages::kSd1});
+    EXPECT_TRUE(HasFocus(form->sd1fld()));
     EXPECT_EQ(Results(), "+1.798 20 .0873");
     EXPECT_EQ(Globals::btn, 1);
 
     Click(form->RBtn());  // a changed test leaves the results on display
-    EXPECT_EQ(Seen(), Union({kAlwaysShown, kEntries, kRelatedOnly, kResults}));
-    Type(form->rfld(), ".5");
-    Click(form->CalcBtn());
-    EXPECT_EQ(Results(), "+2.390 9 .0405");
-}
-
-TEST_F(CalculateTest, ARefusalFocusesItsField) {
-    Click(form->RBtn());
-    Type(form->m1fld(), "10");
-    platform::recorder::Start();
-    Click(form->CalcBtn());
-    EXPECT_EQ(Log(), (std::vector<std::string>{std::string("MsgBox:") + messages::kMean2,
-                                               "m2fld.SetFocus"}));
-    EXPECT_TRUE(HasFocus(form->m2fld()));
-}
-
-// A real message box: its closing must not count as an activation of the form, or the chosen
-// test would be forgotten.
-TEST_F(CalculateTest, DismissingARealMessageKeepsTheChosenTestAndTheFocusMove) {
-    platform::SetMessageBoxHook({});
-    Click(form->IBtn());
-    bool dismissed = false;
-    QTimer::singleShot(50, [&dismissed] {
-        if (QWidget* box = QApplication::activeModalWidget()) {
-            QTest::keyClick(box, Qt::Key_Escape);
-            dismissed = true;
-        }
-    });
-    Click(form->CalcBtn());
-    ASSERT_TRUE(dismissed);
-    EXPECT_TRUE(QTest::qWaitForWindowActive(form->Widget()));
-    QTest::qWait(50);
-    EXPECT_EQ(Globals::btn, 1);
-    EXPECT_TRUE(HasFocus(form->m1fld()));
+    EXPECT_EQ(Seen(), Union({kRelatedForm, kResults}));
 }
 
 // Clear leaves the chosen test; tfld and pfld keep their texts, hidden, and rfld stays
 // disabled until Related means is chosen again.
-TEST_F(CalculateTest, ClearEmptiesAndHidesAllButKeepsTheChosenTest) {
+TEST_F(FormUseTest, ClearEmptiesAndHidesAllButKeepsTheChosenTest) {
     TypeIndependentExample();
     form->rfld().Text(".5");  // as if typed before the test was changed
     Click(form->CalcBtn());
     Click(form->ClearBtn());
     EXPECT_EQ(Seen(), kAlwaysShown);
     EXPECT_FALSE(form->IBtn().Value() || form->RBtn().Value());
-    EXPECT_EQ(Globals::btn, 1);
     std::string texts;
     for (const auto* field : {&form->m1fld(), &form->m2fld(), &form->sd1fld(), &form->sd2fld(),
                               &form->n1fld(), &form->n2fld(), &form->rfld(), &form->dfFld()}) {
@@ -156,17 +116,42 @@ TEST_F(CalculateTest, ClearEmptiesAndHidesAllButKeepsTheChosenTest) {
     }
     EXPECT_EQ(texts, ",,,,,,,,");
     EXPECT_EQ(form->tfld().Text() + " " + form->pfld().Text(), "+1.798 .0873");
-    for (const char* off : {"tfld", "pfld", "dfFld", "dfText", "rfld"}) {
-        EXPECT_FALSE(
-            platform::RuntimeCheckCast<platform::RectControl>(form->_ControlByName(off)).Enabled())
-            << off;
-    }
-
+    EXPECT_FALSE(form->tfld().Enabled() || form->pfld().Enabled() || form->dfFld().Enabled() ||
+                 form->dfText().Enabled() || form->rfld().Enabled());
     Click(form->CalcBtn());  // the hidden, empty fields of the last test are checked
-    EXPECT_EQ(messages.back(), messages::kMean1);
+    EXPECT_EQ(messages, std::vector<std::string>{messages::kMean1});
     Click(form->RBtn());
     EXPECT_TRUE(form->rfld().Enabled());
-    EXPECT_EQ(Seen(), Union({kAlwaysShown, kEntries, kRelatedOnly}));
+}
+
+// Digits, minus, point, slash, backspace and tab pass in the fields of means and standard
+// deviations; any other key beeps and is dropped there, Return included.
+TEST_F(FormUseTest, TheKeyFilterLetsNumbersIntoTheFieldsOfMeansAndDeviationsOnly) {
+    Click(form->RBtn());
+    struct Case {
+        platform::TextField* field;
+        const char* typed;
+        const char* kept;
+        long beeps;
+    };
+    for (const Case& c :
+         {Case{&form->m1fld(), "-12.5/0123456789", "-12.5/0123456789", 0},
+          Case{&form->sd1fld(), "1,+ :e5", "15", 5}, Case{&form->m2fld(), ";<", "", 2},
+          Case{&form->sd2fld(), "9.-", "9.-", 0}, Case{&form->n1fld(), "1,5 e+:", "1,5 e+:", 0},
+          Case{&form->rfld(), "a,b", "a,b", 0}}) {
+        const long before = Beeps();
+        Type(*c.field, c.typed);
+        EXPECT_EQ(c.field->Text(), c.kept) << c.typed;
+        EXPECT_EQ(Beeps() - before, c.beeps) << c.typed;
+    }
+    const long before = Beeps();
+    for (Qt::Key key : {Qt::Key_Backspace, Qt::Key_Left, Qt::Key_Delete, Qt::Key_Return})
+        QTest::keyClick(form->m1fld().Widget(), key);
+    EXPECT_EQ(form->m1fld().Text(), "-12.5/012345678");
+    EXPECT_EQ(Beeps() - before, 3);
+    EXPECT_TRUE(messages.empty()) << "Return pressed Calculate";
+    QTest::keyClick(form->rfld().Widget(), Qt::Key_Return);  // presses the first default button
+    EXPECT_EQ(messages, std::vector<std::string>{messages::kMean2});
 }
 
 }  // namespace
