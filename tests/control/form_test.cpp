@@ -1,7 +1,6 @@
 // The control window as it comes up: its frame and every control against one table.
 #include <QFont>
 #include <QPalette>
-#include <iomanip>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -24,10 +23,8 @@ std::string TextOf(const QWidget& widget) {
 std::string LookOf(const RectControl& control) {
     const QWidget& widget = *control.Widget();
     std::ostringstream look;
-    if (dynamic_cast<const platform::Label*>(&control)) {
-        look << " #" << std::hex << std::setw(6) << std::setfill('0')
-             << (widget.palette().color(widget.foregroundRole()).rgb() & 0xFFFFFFu);
-    }
+    if (dynamic_cast<const platform::Label*>(&control))
+        look << " " << widget.palette().color(widget.foregroundRole()).name().toStdString();
     auto* field = dynamic_cast<const platform::TextField*>(&control);
     auto* button = dynamic_cast<const platform::PushButton*>(&control);
     look << (field && field->ReadOnly() ? " read-only" : "")
