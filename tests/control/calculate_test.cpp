@@ -1,292 +1,156 @@
-// Calculate through the real form: the user's clicks and keys in, the three result fields or a
-// message and the focus out.
-#include <QTimer>
-#include <map>
+// The test choice, Calculate, Clear and the key filter through the real form: clicks and typed
+// keys in, the controls a user sees, the result texts, the message and the focus out. The
+// arithmetic and the checks themselves are the engine's and tested there.
+#include <set>
 #include <string>
 #include <vector>
 
+#include "stats/messages.h"
 #include "tests/windows/ui_test_support.h"
 
 namespace korvane::testing {
 namespace {
 
-enum class Choice { None, Independent, Related };
+using Names = std::set<std::string>;
+const Names kAlwaysShown{"HalbrineTitle", "typeBox",  "IBtn",        "RBtn",
+                         "CalcBtn",       "ClearBtn", "PushButton1", "StaticText5"};
+const Names kEntries{"GroupBox1", "GroupBox2",   "m1fld", "StaticText1", "sd1fld", "StaticText2",
+                     "n1fld",     "StaticText7", "m2fld", "StaticText3", "sd2fld", "StaticText4"};
+const Names kResults{"dfFld", "dfText", "tfld", "ttext", "pfld", "dtail"};
 
-using Entries = std::vector<std::pair<std::string, std::string>>;
+Names Union(std::initializer_list<Names> sets) {
+    Names all;
+    for (const Names& set : sets)
+        all.insert(set.begin(), set.end());
+    return all;
+}
+const Names kIndependentForm = Union({kAlwaysShown, kEntries, {"n2fld", "n2text"}});
+const Names kRelatedForm = Union({kAlwaysShown, kEntries, {"rfld", "rtext", "Sep1", "Sep2"}});
 
-class CalculateTest : public UiTest {
+class FormUseTest : public UiTest {
   protected:
-    platform::TextField& Field(const std::string& name) {
-        return platform::RuntimeCheckCast<platform::TextField>(form->_ControlByName(name));
-    }
-
-    platform::RectControl& Control(const std::string& name) {
-        return platform::RuntimeCheckCast<platform::RectControl>(form->_ControlByName(name));
-    }
-
-    void Choose(Choice test) {
-        if (test == Choice::Independent)
-            Click(form->IBtn());
-        if (test == Choice::Related)
-            Click(form->RBtn());
-    }
-
-    // Types each entry into its field; a field the chosen test hides gets its text set instead,
-    // as if typed before the test was changed.
-    void Fill(const Entries& entries) {
-        for (const auto& [name, text] : entries) {
-            if (Field(name).Widget()->isVisible()) {
-                Type(Field(name), text);
-            } else {
-                Field(name).Text(text);
-            }
-        }
-    }
-
-    void Calculate() { Click(form->CalcBtn()); }
-
-    struct Shown {
-        std::string t, df, p;
-        friend bool operator==(const Shown&, const Shown&) = default;
-    };
-    Shown Results() { return {form->tfld().Text(), form->dfFld().Text(), form->pfld().Text()}; }
-
     void SetUp() override {
         UiTest::SetUp();
         form = &Form();
     }
 
+    // The controls a user can see now.
+    Names Seen() {
+        Names seen;
+        for (std::size_t i = 0; i < form->ControlCount(); ++i) {
+            auto& control = platform::RuntimeCheckCast<platform::RectControl>(form->ControlAt(i));
+            if (control.Widget()->isVisible())
+                seen.insert(control.Name());
+        }
+        return seen;
+    }
+
+    void TypeIndependentExample() {
+        Click(form->IBtn());
+        Type(form->m1fld(), "10");
+        Type(form->m2fld(), "8");
+        Type(form->sd1fld(), "2");
+        Type(form->sd2fld(), "3");
+        Type(form->n1fld(), "10");
+        Type(form->n2fld(), "12");
+    }
+
+    std::string Results() {
+        return form->tfld().Text() + " " + form->dfFld().Text() + " " + form->pfld().Text();
+    }
+
     ControlWnd* form = nullptr;
 };
 
-struct Example {
-    const char* name;
-    Choice test;
-    Entries entries;
-    const char* t;
-    const char* df;
-    const char* p;
-};
-
-class ExampleTest : public CalculateTest, public ::testing::WithParamInterface<Example> {};
-
-TEST_P(ExampleTest, TypedEntriesGiveTheThreeResultTexts) {
-    const Example& example = GetParam();
-    Choose(example.test);
-    Fill(example.entries);
-    Calculate();
-    EXPECT_TRUE(messages.empty()) << messages.front();
-    EXPECT_EQ(Results(), (Shown{example.t, example.df, example.p}));
-    for (const char* shown : {"tfld", "dfFld", "pfld", "ttext", "dfText", "dtail"}) {
-        EXPECT_TRUE(Control(shown).Widget()->isVisible()) << shown;
-    }
-}
-
-Entries Independent(const char* m1, const char* m2, const char* sd1, const char* sd2,
-                    const char* n1, const char* n2) {
-    return {{"m1fld", m1},   {"m2fld", m2}, {"sd1fld", sd1},
-            {"sd2fld", sd2}, {"n1fld", n1}, {"n2fld", n2}};
-}
-
-Entries Related(const char* m1, const char* m2, const char* sd1, const char* sd2, const char* n,
-                const char* r) {
-    return {{"m1fld", m1},   {"m2fld", m2}, {"sd1fld", sd1},
-            {"sd2fld", sd2}, {"n1fld", n},  {"rfld", r}};
-}
-
-Entries operator+(Entries entries, const Entries& more) {
-    entries.insert(entries.end(), more.begin(), more.end());
-    return entries;
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Examples, ExampleTest,
-    ::testing::Values(
-        Example{"IndependentFirstMeanLarger", Choice::Independent,
-                Independent("10", "8", "2", "3", "10", "12"), "+1.798", "20", ".0873"},
-        Example{"IndependentFirstMeanSmaller", Choice::Independent,
-                Independent("8", "10", "2", "3", "10", "12"), "-1.798", "20", ".0873"},
-        Example{"IndependentThirtyEach", Choice::Independent,
-                Independent("100", "90", "15", "15", "30", "30"), "+2.582", "58", ".0124"},
-        Example{"IndependentLargestN", Choice::Independent,
-                Independent("3.2", "3.1", ".4", ".5", "9999", "9999"), "+15.617", "19996", ".0001"},
-        Example{"RelatedHalfCorrelated", Choice::Related, Related("10", "8", "2", "3", "10", ".5"),
-                "+2.390", "9", ".0405"},
-        Example{"RelatedStronglyCorrelated", Choice::Related,
-                Related("50", "47", "10", "10", "25", ".8"), "+2.372", "24", ".0261"},
-        Example{"RelatedPerfectlyCorrelated", Choice::Related,
-                Related("10", "8", "2", "3", "10", "1"), "+6.325", "9", ".0001"},
-        Example{"RelatedTwoPairsUncorrelated", Choice::Related,
-                Related("12", "9", "2", "2", "2", "0"), "+1.500", "1", ".3743"},
-        Example{"FractionalNIsTruncated", Choice::Independent,
-                Independent("10", "8", "2", "3", "10", "12.7"), "+1.798", "20", ".0873"},
-        Example{"NJustBelowTheTopIsTruncatedIntoRange", Choice::Independent,
-                Independent("3.2", "3.1", ".4", ".5", "9999.9", "9999"), "+15.617", "19996",
-                ".0001"},
-        Example{"EqualMeansShowAZeroT", Choice::Independent,
-                Independent("5", "5", "1", "1", "2", "2"), "+.000", "2", "1.0000"},
-        Example{"IndependentIgnoresAHiddenCorrelation", Choice::Independent,
-                Independent("10", "8", "2", "3", "10", "12") + Entries{{"rfld", "7"}}, "+1.798",
-                "20", ".0873"},
-        Example{"RelatedIgnoresAHiddenNOfSample2", Choice::Related,
-                Related("10", "8", "2", "3", "10", ".5") + Entries{{"n2fld", "1"}}, "+2.390", "9",
-                ".0405"}),
-    [](const ::testing::TestParamInfo<Example>& info) { return std::string(info.param.name); });
-
-struct Refusal {
-    const char* name;
-    Choice test;
-    Entries entries;
-    const char* message;
-    const char* focus;
-};
-
-class RefusalTest : public CalculateTest, public ::testing::WithParamInterface<Refusal> {};
-
-TEST_P(RefusalTest, ARefusedEntryGivesItsMessageOnceAndFocusesItsField) {
-    const Refusal& refusal = GetParam();
-    Choose(refusal.test);
-    Fill(refusal.entries);
+TEST_F(FormUseTest, EachTestShowsItsEntriesAndFocusesTheFirstMean) {
+    EXPECT_EQ(Seen(), kAlwaysShown);
     platform::recorder::Start();
-    Calculate();
-    EXPECT_EQ(messages, std::vector<std::string>{refusal.message});
-    EXPECT_EQ(Log(), (std::vector<std::string>{std::string("MsgBox:") + refusal.message,
-                                               std::string(refusal.focus) + ".SetFocus"}));
-    EXPECT_TRUE(HasFocus(Field(refusal.focus)));
-    EXPECT_FALSE(form->tfld().Widget()->isVisible());
+    Click(form->IBtn());
+    EXPECT_EQ(Globals::btn, 1);
+    EXPECT_EQ(Seen(), kIndependentForm);
+    EXPECT_TRUE(HasFocus(form->m1fld()));
+    const std::vector<std::string> log = Log();  // each step may be drawn as it comes
+    EXPECT_EQ(std::vector<std::string>(log.begin(), log.begin() + 4),
+              (std::vector<std::string>{"rfld.Visible=0", "rtext.Visible=0", "n2fld.Visible=1",
+                                        "n2text.Visible=1"}));
+    Click(form->sd2fld());
+    Click(form->RBtn());
+    EXPECT_EQ(Globals::btn, 2);
+    EXPECT_EQ(Seen(), kRelatedForm);
+    EXPECT_TRUE(HasFocus(form->m1fld()));
 }
 
-const char* const kMean1 = "Please enter the mean of the 1st sample";
-const char* const kNRange = "N for each sample must range from 2-9999";
-const char* const kPairsRange = "N of paired samples must range from 2-9999";
-const char* const kRRange = "Correlation must range from -1.00 thru +1.00";
-
-INSTANTIATE_TEST_SUITE_P(
-    Refusals, RefusalTest,
-    ::testing::Values(Refusal{"IndependentAllBlank", Choice::Independent, {}, kMean1, "m1fld"},
-                      Refusal{"IndependentMean2Blank",
-                              Choice::Independent,
-                              {{"m1fld", "1"}},
-                              "Please enter the mean of the 2nd sample",
-                              "m2fld"},
-                      Refusal{"IndependentSd1Blank",
-                              Choice::Independent,
-                              {{"m1fld", "1"}, {"m2fld", "2"}},
-                              "Please enter the standard deviation of the 1st sample",
-                              "sd1fld"},
-                      Refusal{"IndependentSd2Blank",
-                              Choice::Independent,
-                              {{"m1fld", "1"}, {"m2fld", "2"}, {"sd1fld", "1"}},
-                              "Please enter the standard deviation of the 2nd sample",
-                              "sd2fld"},
-                      Refusal{"IndependentN1Blank",
-                              Choice::Independent,
-                              {{"m1fld", "1"}, {"m2fld", "2"}, {"sd1fld", "1"}, {"sd2fld", "1"}},
-                              "Please enter the N of the 1st sample",
-                              "n1fld"},
-                      Refusal{"BlankN2ComesBeforeABadN1", Choice::Independent,
-                              Independent("1", "2", "1", "1", "1", ""),
-                              "Please enter the N of the 2nd sample", "n2fld"},
-                      Refusal{"IndependentN1OfOne", Choice::Independent,
-                              Independent("1", "2", "1", "1", "1", "12"), kNRange, "n1fld"},
-                      Refusal{"IndependentN2Of10000", Choice::Independent,
-                              Independent("1", "2", "1", "1", "10", "10000"), kNRange, "n2fld"},
-                      Refusal{"BothNOutOfRangeReportsN1Once", Choice::Independent,
-                              Independent("1", "2", "1", "1", "10000", "1"), kNRange, "n1fld"},
-                      Refusal{"NOf1Point9IsOne", Choice::Independent,
-                              Independent("1", "2", "1", "1", "1.9", "5"), kNRange, "n1fld"},
-                      Refusal{"NWithoutANumberIsOutOfRange", Choice::Independent,
-                              Independent("1", "2", "1", "1", "ten", "5"), kNRange, "n1fld"},
-                      Refusal{"RelatedMean1Blank", Choice::Related, {}, kMean1, "m1fld"},
-                      Refusal{"BlankRComesBeforeABadN", Choice::Related,
-                              Related("1", "2", "1", "1", "1", ""),
-                              "Please enter the correlation between Sample 1 and Sample 2", "rfld"},
-                      Refusal{"BadPairsComeBeforeABadR", Choice::Related,
-                              Related("1", "2", "1", "1", "1", "2"), kPairsRange, "n1fld"},
-                      Refusal{"RAboveOne", Choice::Related,
-                              Related("1", "2", "1", "1", "5", "1.0001"), kRRange, "rfld"},
-                      Refusal{"RBelowMinusOne", Choice::Related,
-                              Related("1", "2", "1", "1", "5", "-1.0001"), kRRange, "rfld"}),
-    [](const ::testing::TestParamInfo<Refusal>& info) { return std::string(info.param.name); });
-
-TEST_F(CalculateTest, WithNoTestChosenCalculateAsksForOneAndMovesNoFocus) {
-    platform::recorder::Start();
-    Calculate();
-    EXPECT_EQ(messages,
-              std::vector<std::string>{
-                  "Select Independent or Related t-test and then enter appropriate data"});
-    EXPECT_EQ(Log(), std::vector<std::string>{
-                         "MsgBox:Select Independent or Related t-test and then enter appropriate "
-                         "data"});
-}
-
-TEST_F(CalculateTest, AMeanOfOneBlankIsNotBlank) {
-    Choose(Choice::Independent);
-    Fill(Independent("", "0", "1", "1", "2", "2"));
-    form->m1fld().Text(" ");  // the key filter refuses a typed blank; pasted, it stays
-    Calculate();
-    EXPECT_TRUE(messages.empty());
-    EXPECT_EQ(Results(), (Shown{"+.000", "2", "1.0000"}));
-}
-
-TEST_F(CalculateTest, TheFirstSuccessShowsTheLabelsAndLeavesTheTailLabelDisabled) {
-    Choose(Choice::Independent);
-    Fill(Independent("10", "8", "2", "3", "10", "12"));
-    Calculate();
-    EXPECT_TRUE(form->ttext().Enabled());
-    EXPECT_TRUE(form->dfText().Enabled());
-    EXPECT_TRUE(form->dtail().Visible());
+TEST_F(FormUseTest, ResultsStayUntilClearAndARefusalFocusesItsField) {
+    TypeIndependentExample();
+    Click(form->CalcBtn());
+    EXPECT_EQ(Results(), "+1.798 20 .0873");
+    EXPECT_EQ(Seen(), Union({kIndependentForm, kResults}));
     EXPECT_FALSE(form->dtail().Enabled());
-    EXPECT_TRUE(form->tfld().Enabled());
-    EXPECT_TRUE(HasFocus(form->n2fld())) << "the result step moves no focus";
-}
+    EXPECT_TRUE(HasFocus(form->n2fld())) << "a result moves no focus";
 
-TEST_F(CalculateTest, AFailedCheckAfterASuccessKeepsTheResultsAndTheChosenTest) {
-    Choose(Choice::Independent);
-    Fill(Independent("10", "8", "2", "3", "10", "12"));
-    Calculate();
-    ASSERT_EQ(Results(), (Shown{"+1.798", "20", ".0873"}));
-
-    form->n2fld().Text("");
-    Calculate();
-    Calculate();
-    EXPECT_EQ(messages, (std::vector<std::string>{"Please enter the N of the 2nd sample",
-                                                  "Please enter the N of the 2nd sample"}));
-    EXPECT_EQ(Results(), (Shown{"+1.798", "20", ".0873"}));
-    EXPECT_TRUE(form->tfld().Widget()->isVisible());
+    form->sd1fld().Text("");
+    Click(form->CalcBtn());
+    EXPECT_EQ(messages, std::vector<std::string>{messages::kSd1});
+    EXPECT_TRUE(HasFocus(form->sd1fld()));
+    EXPECT_EQ(Results(), "+1.798 20 .0873");
     EXPECT_EQ(Globals::btn, 1);
-    EXPECT_EQ(form->m1fld().Text(), "10");
+
+    Click(form->RBtn());  // a changed test leaves the results on display
+    EXPECT_EQ(Seen(), Union({kRelatedForm, kResults}));
 }
 
-TEST_F(CalculateTest, ASecondSuccessOverwritesTheResults) {
-    Choose(Choice::Independent);
-    Fill(Independent("10", "8", "2", "3", "10", "12"));
-    Calculate();
-    Choose(Choice::Related);
-    Fill({{"rfld", ".5"}});
-    Calculate();
-    EXPECT_EQ(Results(), (Shown{"+2.390", "9", ".0405"}));
+// Clear leaves the chosen test; tfld and pfld keep their texts, hidden, and rfld stays
+// disabled until Related means is chosen again.
+TEST_F(FormUseTest, ClearEmptiesAndHidesAllButKeepsTheChosenTest) {
+    TypeIndependentExample();
+    form->rfld().Text(".5");  // as if typed before the test was changed
+    Click(form->CalcBtn());
+    Click(form->ClearBtn());
+    EXPECT_EQ(Seen(), kAlwaysShown);
+    EXPECT_FALSE(form->IBtn().Value() || form->RBtn().Value());
+    std::string texts;
+    for (const auto* field : {&form->m1fld(), &form->m2fld(), &form->sd1fld(), &form->sd2fld(),
+                              &form->n1fld(), &form->n2fld(), &form->rfld(), &form->dfFld()}) {
+        texts += field->Text() + ",";
+    }
+    EXPECT_EQ(texts, ",,,,,,,,");
+    EXPECT_EQ(form->tfld().Text() + " " + form->pfld().Text(), "+1.798 .0873");
+    EXPECT_FALSE(form->tfld().Enabled() || form->pfld().Enabled() || form->dfFld().Enabled() ||
+                 form->dfText().Enabled() || form->rfld().Enabled());
+    Click(form->CalcBtn());  // the hidden, empty fields of the last test are checked
+    EXPECT_EQ(messages, std::vector<std::string>{messages::kMean1});
+    Click(form->RBtn());
+    EXPECT_TRUE(form->rfld().Enabled());
 }
 
-// The message box a user dismisses is a real dialog here: its closing must not count as an
-// activation of the form, or the chosen test would be forgotten.
-TEST_F(CalculateTest, DismissingARealMessageKeepsTheChosenTestAndTheFocusMove) {
-    platform::SetMessageBoxHook({});
-    Choose(Choice::Independent);
-    Fill(Independent("10", "8", "2", "3", "10", ""));
-    bool dismissed = false;
-    QTimer::singleShot(50, [&dismissed] {
-        if (QWidget* box = QApplication::activeModalWidget()) {
-            QTest::keyClick(box, Qt::Key_Escape);
-            dismissed = true;
-        }
-    });
-    Calculate();
-    ASSERT_TRUE(dismissed);
-    EXPECT_TRUE(QTest::qWaitForWindowActive(form->Widget()));
-    QTest::qWait(50);
-    EXPECT_EQ(Globals::btn, 1);
-    EXPECT_TRUE(HasFocus(form->n2fld()));
+// Digits, minus, point, slash, backspace and tab pass in the fields of means and standard
+// deviations; any other key beeps and is dropped there, Return included.
+TEST_F(FormUseTest, TheKeyFilterLetsNumbersIntoTheFieldsOfMeansAndDeviationsOnly) {
+    Click(form->RBtn());
+    struct Case {
+        platform::TextField* field;
+        const char* typed;
+        const char* kept;
+        long beeps;
+    };
+    for (const Case& c :
+         {Case{&form->m1fld(), "-12.5/0123456789", "-12.5/0123456789", 0},
+          Case{&form->sd1fld(), "1,+ :e5", "15", 5}, Case{&form->m2fld(), ";<", "", 2},
+          Case{&form->sd2fld(), "9.-", "9.-", 0}, Case{&form->n1fld(), "1,5 e+:", "1,5 e+:", 0},
+          Case{&form->rfld(), "a,b", "a,b", 0}}) {
+        const long before = Beeps();
+        Type(*c.field, c.typed);
+        EXPECT_EQ(c.field->Text(), c.kept) << c.typed;
+        EXPECT_EQ(Beeps() - before, c.beeps) << c.typed;
+    }
+    const long before = Beeps();
+    for (Qt::Key key : {Qt::Key_Backspace, Qt::Key_Left, Qt::Key_Delete, Qt::Key_Return})
+        QTest::keyClick(form->m1fld().Widget(), key);
+    EXPECT_EQ(form->m1fld().Text(), "-12.5/012345678");
+    EXPECT_EQ(Beeps() - before, 3);
+    EXPECT_TRUE(messages.empty()) << "Return pressed Calculate";
+    QTest::keyClick(form->rfld().Widget(), Qt::Key_Return);  // presses the first default button
+    EXPECT_EQ(messages, std::vector<std::string>{messages::kMean2});
 }
 
 }  // namespace

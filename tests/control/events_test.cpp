@@ -1,18 +1,62 @@
-// The window's own events: activation, closing, the menu items it updates and serves, the hover
-// over the title, the "?" button and the frame of the test choice.
-#include <QAction>
-#include <QMenu>
-#include <QMenuBar>
+// The window's own events: its construction, activation, closing, the hover over the title and
+// the presses on "?" and on the frame of the test choice.
 #include <QTimer>
+#include <functional>
+#include <set>
 #include <string>
 #include <vector>
 
+#include "platform/qt/fault_injection.h"
 #include "tests/windows/ui_test_support.h"
-#include "windows/menu.h"
 #include "windows/qwindow.h"
 
 namespace korvane::testing {
 namespace {
+
+// Runs `action` with its first, second, ... platform operation failing until it runs through,
+// with `prepare` before each run and `look` after it. What a failed run leaves behind shows how
+// far it got, so the looks in turn show the order of the action's steps.
+void AtEveryFailingStep(const std::function<void()>& prepare, const std::function<void()>& action,
+                        const std::function<void()>& look) {
+    for (std::uint64_t n = 1;; ++n) {
+        prepare();
+        bool failed = false;
+        platform::InjectFaultAtCall(n);
+        try {
+            action();
+        } catch (const platform::InjectedFault&) {
+            failed = true;
+        }
+        platform::InjectFaultAtCall(0);
+        look();
+        if (!failed)
+            return;
+    }
+}
+
+// The events wired to a control so far, as "m1fld.KeyDown".
+std::vector<std::string> WiredEvents(const platform::Control& control) {
+    std::vector<std::string> wired;
+    auto note = [&](const char* event, const auto& slot) {
+        if (slot)
+            wired.push_back(control.Name() + "." + event);
+    };
+    if (auto* field = dynamic_cast<const platform::TextField*>(&control))
+        note("KeyDown", field->KeyDown);
+    if (auto* canvas = dynamic_cast<const platform::Canvas*>(&control)) {
+        note("MouseEnter", canvas->MouseEnter);
+        note("MouseExit", canvas->MouseExit);
+    }
+    if (auto* button = dynamic_cast<const platform::PushButton*>(&control)) {
+        note("Action", button->Action);
+        note("MouseDown", button->MouseDown);
+    }
+    if (auto* radio = dynamic_cast<const platform::RadioButton*>(&control))
+        note("Action", radio->Action);
+    if (auto* box = dynamic_cast<const platform::GroupBox*>(&control))
+        note("MouseDown", box->MouseDown);
+    return wired;
+}
 
 class EventsTest : public UiTest {
   protected:
@@ -21,54 +65,71 @@ class EventsTest : public UiTest {
         form = &Form();
     }
 
-    // Brings another window to the front and then the form again, as a user switching does.
-    void LeaveAndComeBack() {
-        Qwindow::Instance().Show();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(Qwindow::Instance().Widget()));
-        form->Show();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(form->Widget()));
-    }
-
-    static int VisibleWindowsTitled(const QString& title) {
-        int count = 0;
-        for (QWidget* top : QApplication::topLevelWidgets()) {
-            count += (top->isVisible() && top->windowTitle() == title) ? 1 : 0;
-        }
-        return count;
-    }
-
     ControlWnd* form = nullptr;
 };
 
-TEST_F(EventsTest, ComingBackToTheWindowForgetsTheTestButKeepsTheForm) {
-    Click(form->IBtn());
-    Type(form->m1fld(), "10");
-    ASSERT_EQ(Globals::btn, 1);
-
-    LeaveAndComeBack();
-
-    EXPECT_EQ(Globals::btn, 0);
-    EXPECT_TRUE(form->IBtn().Value());
-    EXPECT_TRUE(form->m1fld().Widget()->isVisible());
-    EXPECT_EQ(form->m1fld().Text(), "10");
-    Click(form->CalcBtn());
-    EXPECT_EQ(messages,
-              std::vector<std::string>{
-                  "Select Independent or Related t-test and then enter appropriate data"});
+TEST_F(EventsTest, EachControlIsCreatedAndWiredBeforeTheNext) {
+    std::string order;
+    std::set<std::string> seen;
+    auto note = [&](const std::string& step) {
+        if (seen.insert(step).second)
+            order += (order.empty() ? "" : " ") + step;
+    };
+    AtEveryFailingStep(
+        [] { platform::DestroyAllWindows(); }, [] { ControlWnd::Instance(); },
+        [&] {
+            auto& built = platform::NotNil(platform::_GetImplicitWindow(ControlWnd::kClassName));
+            for (std::size_t i = 0; i < built.ControlCount(); ++i) {
+                note(built.ControlAt(i)->Name());
+                for (const std::string& event : WiredEvents(*built.ControlAt(i)))
+                    note(event);
+            }
+        });
+    EXPECT_EQ(order,
+              "n2text rfld GroupBox2 m2fld m2fld.KeyDown sd2fld sd2fld.KeyDown n2fld StaticText3 "
+              "StaticText4 Sep2 rtext GroupBox1 m1fld m1fld.KeyDown sd1fld sd1fld.KeyDown n1fld "
+              "StaticText1 StaticText2 StaticText7 Sep1 HalbrineTitle HalbrineTitle.MouseExit "
+              "HalbrineTitle.MouseEnter CalcBtn CalcBtn.Action ClearBtn ClearBtn.Action copyright "
+              "tfld pfld dtail IBtn IBtn.Action RBtn RBtn.Action typeBox typeBox.MouseDown ttext "
+              "dfFld dfText StaticText5 PushButton1 PushButton1.MouseDown");
 }
 
-TEST_F(EventsTest, ActivationHidesTheAboutWindowButNotTheInformationWindow) {
-    AboutWnd::Instance().Show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(AboutWnd::Instance().Widget()));
-    LeaveAndComeBack();
-    EXPECT_FALSE(AboutWnd::Instance().Visible());
+// The about window goes before the chosen test is forgotten: a failure in between leaves both.
+TEST_F(EventsTest, ActivationHidesTheAboutWindowAndThenForgetsTheChosenTest) {
+    AboutWnd& about = AboutWnd::Instance();
+    std::vector<std::string> states;
+    AtEveryFailingStep(
+        [&] {
+            about.Show();
+            Globals::btn = 1;
+        },
+        [&] { form->Event_Activate(); },
+        [&] {
+            states.push_back(std::string(about.Visible() ? "about shown" : "about hidden") +
+                             (Globals::btn == 1 ? ", test kept" : ", test forgotten"));
+        });
+    EXPECT_EQ(states,
+              (std::vector<std::string>{"about shown, test kept", "about hidden, test forgotten"}));
+}
+
+TEST_F(EventsTest, ComingBackForgetsTheTestButKeepsTheFormAndUpdatesTheMenu) {
+    Click(form->IBtn());
+    form->ControlMenuItem().Enabled(true);
+    form->AboutMenuItem().Enabled(false);
+    Qwindow::Instance().Show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(Qwindow::Instance().Widget()));
+    form->Show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(form->Widget()));
+    EXPECT_EQ(Globals::btn, 0);
+    EXPECT_TRUE(form->IBtn().Value() && form->m1fld().Widget()->isVisible());
     EXPECT_TRUE(Qwindow::Instance().Visible());
+    EXPECT_FALSE(form->ControlMenuItem().Enabled());
+    EXPECT_TRUE(form->AboutMenuItem().Enabled() && form->AboutHalbrine().Enabled());
 }
 
 TEST_F(EventsTest, ClosingTheWindowEndsTheRunWithStatusZero) {
     form->Close();
-    // A run that was asked to quit returns at once; otherwise the guard ends it with 7.
-    QTimer guard;
+    QTimer guard;  // ends a run that was not asked to quit, with 7
     guard.setSingleShot(true);
     QObject::connect(&guard, &QTimer::timeout, [] { QCoreApplication::exit(7); });
     guard.start(3000);
@@ -77,73 +138,37 @@ TEST_F(EventsTest, ClosingTheWindowEndsTheRunWithStatusZero) {
     EXPECT_EQ(platform::RuntimeExit(), 0);
 }
 
-TEST_F(EventsTest, EveryActivationDisablesControlAndEnablesTheAboutItems) {
-    EXPECT_FALSE(form->ControlMenuItem().Enabled());
-    EXPECT_TRUE(form->AboutMenuItem().Enabled());
-    EXPECT_TRUE(form->AboutHalbrine().Enabled());
-
-    form->ControlMenuItem().Enabled(true);
-    form->AboutMenuItem().Enabled(false);
-    form->AboutHalbrine().Enabled(false);
-    LeaveAndComeBack();
-    EXPECT_FALSE(form->ControlMenuItem().Enabled());
-    EXPECT_TRUE(form->AboutMenuItem().Enabled());
-    EXPECT_TRUE(form->AboutHalbrine().Enabled());
-}
-
 TEST_F(EventsTest, HoveringOverTheTitleShowsTheAttributionAndLeavingHidesIt) {
     QWindow* window = Handle(form->HalbrineTitle());
-    // From an empty corner that no other test clicks: Qt drops a move to where the pointer is.
-    MoveMouseTo(window, QPoint(window->width() - 3, window->height() - 3));
+    MoveMouseTo(window, QPoint(window->width() - 3, window->height() - 3));  // an empty corner
     platform::recorder::Start();
-    MoveMouseTo(window, CentreInWindow(form->HalbrineTitle()));
+    // The attribution overlaps the title's last rows; the pointer there is still over the title.
+    MoveMouseTo(window, form->HalbrineTitle().Widget()->mapTo(form->Widget(), QPoint(240, 72)));
     EXPECT_TRUE(form->copyright().Widget()->isVisible());
-    // The attribution overlaps the title's last three rows; the pointer there is still over the
-    // title (a label that took the pointer would hide itself at once).
-    for (int row : {70, 71, 72}) {
-        MoveMouseTo(window,
-                    form->HalbrineTitle().Widget()->mapTo(form->Widget(), QPoint(240, row)));
-        EXPECT_TRUE(form->copyright().Widget()->isVisible()) << "row " << row;
-    }
     MoveMouseTo(window, CentreInWindow(form->typeBox()));
-    EXPECT_FALSE(form->copyright().Widget()->isVisible());
     EXPECT_EQ(Log(), (std::vector<std::string>{"copyright.Visible=1", "copyright.Visible=0"}));
 }
 
-TEST_F(EventsTest, TheQuestionMarkOpensTheOneInformationWindowOnThePressAlsoAfterItWasClosed) {
+// "?" opens the one information window on the press, also after it was closed, and lets the
+// press go on to the button; a press on the frame of the test choice changes nothing.
+TEST_F(EventsTest, PressesOnQuestionMarkAndOnTheFrameGoOnToTheirWidgets) {
     PressMouse(form->PushButton1());
-    EXPECT_TRUE(Qwindow::Instance().Visible()) << "up before the button is released";
+    Qwindow* information = &Qwindow::Instance();
+    EXPECT_TRUE(information->Visible()) << "up before the button is released";
+    EXPECT_TRUE(form->PushButton1().Widget()->property("down").toBool());
     ReleaseMouse(form->PushButton1());
-    Qwindow* first = &Qwindow::Instance();
+    information->Close();
+    EXPECT_FALSE(form->PushButton1().MouseDown(form->PushButton1(), 5, 5));
+    EXPECT_TRUE(information->Visible() && &Qwindow::Instance() == information);
 
-    form->Show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(form->Widget()));
-    Click(form->PushButton1());
-    EXPECT_EQ(&Qwindow::Instance(), first);
-    EXPECT_EQ(VisibleWindowsTitled("t-test Information"), 1);
-
-    first->Close();  // closed, it is only hidden and comes back on the next press
-    EXPECT_FALSE(first->Visible());
-    EXPECT_EQ(platform::_GetImplicitWindow(Qwindow::kClassName), first);
-    form->Show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(form->Widget()));
-    Click(form->PushButton1());
-    EXPECT_EQ(&Qwindow::Instance(), first);
-    EXPECT_TRUE(first->Visible());
-    EXPECT_EQ(VisibleWindowsTitled("t-test Information"), 1);
-    EXPECT_EQ(platform::RuntimeExit(), 0);
-}
-
-TEST_F(EventsTest, APressOnTheFrameOfTheTestChoiceChangesNothing) {
-    // Inside typeBox, right of both radio buttons.
     const QWidget* box = form->typeBox().Widget();
-    const QPoint inFrame = box->mapTo(box->window(), QPoint(box->width() - 6, box->height() / 2));
     Click(form->IBtn());
     platform::recorder::Start();
-    QTest::mouseClick(Handle(form->typeBox()), Qt::LeftButton, {}, inFrame);
+    QTest::mouseClick(Handle(form->typeBox()), Qt::LeftButton, {},
+                      box->mapTo(box->window(), QPoint(box->width() - 6, box->height() / 2)));
     EXPECT_TRUE(Log().empty());
-    EXPECT_EQ(Globals::btn, 1);
-    EXPECT_TRUE(form->IBtn().Value());
+    EXPECT_TRUE(Globals::btn == 1 && form->IBtn().Value());
+    EXPECT_FALSE(form->typeBox().MouseDown(form->typeBox(), 5, 5));
 }
 
 }  // namespace

@@ -7,6 +7,8 @@
 // Header-only and free of any test framework, so fuzz targets and benchmarks can use it too.
 #pragma once
 
+#include <algorithm>
+#include <iterator>
 #include <map>
 #include <string>
 #include <utility>
@@ -50,24 +52,14 @@ class MapPanel : public CalcPanel {
     // The log without the reads: what the command did to the window.
     std::vector<std::string> Writes() const {
         std::vector<std::string> writes;
-        for (const std::string& call : calls) {
-            if (!call.ends_with(".Text?")) {
-                writes.push_back(call);
-            }
-        }
+        std::ranges::copy_if(calls, std::back_inserter(writes),
+                             [](const std::string& call) { return !call.ends_with(".Text?"); });
         return writes;
     }
-
     // True when the command read `field` at all.
     bool WasRead(const std::string& field) const {
-        for (const std::string& call : calls) {
-            if (call == field + ".Text?") {
-                return true;
-            }
-        }
-        return false;
+        return std::ranges::find(calls, field + ".Text?") != calls.end();
     }
-
     void ClearLog() {
         calls.clear();
         messages.clear();
