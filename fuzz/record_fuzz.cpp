@@ -58,7 +58,7 @@ const ClassInfo kLabel{"FuzzLabel", &kControl, {Checked<Form::String>("Value")}}
 const ClassInfo kRadio{"FuzzRadio", &kControl, {Checked<Form::Boolean>("Value")}};
 
 struct FuzzObject : Object {
-    explicit FuzzObject(const ClassInfo& info) : info(info) {}
+    explicit FuzzObject(const ClassInfo& ofClass) : info(ofClass) {}
     const ClassInfo& Class() const override { return info; }
     const ClassInfo& info;
 };

@@ -1,4 +1,4 @@
-// The run from entry to exit status, the application object and the initialiser table. A whole
+// The run from entry to exit status, early start-up and the initialiser table. A whole
 // run happens in a child process of its own, which prints the steps it took on one line,
 //   steps: RuntimeInit RuntimePerformInitializers _Main ... RuntimeExit.
 // for the parent to match, and ends with the status Main returned.
@@ -12,7 +12,6 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "app/file_types.h"
@@ -20,6 +19,7 @@
 #include "app/startup.h"
 #include "control/control_wnd.h"
 #include "platform/core/failure.h"
+#include "platform/core/file_type.h"
 #include "platform/qt/window.h"
 #include "stats/stats.h"
 #include "windows/about_wnd.h"
@@ -89,10 +89,17 @@ TEST_F(StartupTest, AForeignExceptionInAHandlerIsReportedPlainlyAndEndsTheRunWit
                 "not a runtime failure.*" + kWholeRun);
 }
 
-TEST(ApplicationObject, CarriesItsVersionDataAndMenuBarHearsOfAppearanceAndShowsNoWindow) {
+// The file types, then the application object with its version data and menu bar; no window
+// until the platform's first call back.
+TEST(EarlyStartup, RegistersTheFileTypesAndMakesTheApplicationObjectButNoWindow) {
     platform::RuntimeInit();
     platform::RuntimePerformInitializers(korvane::Initializers());
+    platform::ClearFileTypeRegistry();
+    korvane::_InitFileTypes();
     korvane::_NewAppInstance();
+
+    EXPECT_EQ(platform::RegisteredFileTypes(),
+              (std::vector<platform::FileTypeRegistration>{{"text", "R*ch", "TEXT", "", ""}, {}}));
 
     auto* app = dynamic_cast<korvane::Korvane*>(platform::getAppObject());
     ASSERT_NE(app, nullptr);
@@ -128,18 +135,19 @@ TEST(Initializers, TheTableResetsTheStaticsOfAnEarlierRunInItsOrder) {
     Globals::p = 0.04;
     Globals::t = -2.2;
     const auto reset = [&] {
-        std::string done;
-        for (auto [letter, is] : {std::pair{'A', FileTypes::pAllFileTypes.empty()},
-                                  {'T', FileTypes::pText == nullptr},
-                                  {'U', FileTypes::pUntitledType == nullptr},
-                                  {'M', menu.Value() == nullptr},
-                                  {'b', Globals::btn == 0},
-                                  {'k', Globals::k1 == 0},
-                                  {'p', Globals::p == 0.0},
-                                  {'t', Globals::t == 0.0}}) {
-            done += is ? std::string(1, letter) : "";
+        const bool done[] = {FileTypes::pAllFileTypes.empty(),
+                             FileTypes::pText == nullptr,
+                             FileTypes::pUntitledType == nullptr,
+                             menu.Value() == nullptr,
+                             Globals::btn == 0,
+                             Globals::k1 == 0,
+                             Globals::p == 0.0,
+                             Globals::t == 0.0};
+        std::string letters;
+        for (std::size_t i = 0; i < std::size(done); ++i) {
+            letters += done[i] ? std::string(1, "ATUMbkpt"[i]) : "";
         }
-        return done;
+        return letters;
     };
 
     std::vector<std::string> after;

@@ -60,7 +60,7 @@ class Monkey {
         timerFiresAt_ = events_ + Below(400);
         ending_ = 0;
         const int status = RunProgram(
-            [this, &turn] {
+            [&turn] {
                 // The about window's timer counts wall-clock time, which no seed repeats: the
                 // monkey fires it itself, at a random event.
                 About()->Timer1().Mode(0);
@@ -108,7 +108,7 @@ class Monkey {
                 Press(*window, Qt::CTRL | Qt::Key_Q);
             }
         } else if (events_ == timerFiresAt_ && About() != nullptr) {
-            platform::ProtectedCall([this] { About()->Timer1().Action(About()->Timer1()); });
+            platform::ProtectedCall([] { About()->Timer1().Action(About()->Timer1()); });
         } else if (roll < 500) {
             // The keyboard goes to the active window; the user first comes back to one of ours.
             QWidget* active = QApplication::activeWindow();
