@@ -2,9 +2,9 @@
 // check names itself on stderr and traps, so libFuzzer reports it together with the input.
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <string_view>
@@ -18,37 +18,24 @@ inline void Require(bool ok, const char* what) {
     }
 }
 
-inline bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
-inline bool AllDigits(std::string_view text) {
-    for (const char c : text) {
-        if (!IsDigit(c)) {
-            return false;
-        }
-    }
-    return true;
-}
-
 // `text` is the shape Format gives a finite value: `sign`, the integer digits (at least
 // `integerPlaces`, and no leading zero beyond them), then a point and exactly `places` digits,
 // or no point at all when `places` is 0.
 inline bool IsFixedText(std::string_view text, std::string_view sign, std::size_t integerPlaces,
                         std::size_t places) {
+    const auto digits = [](std::string_view part) {
+        return std::ranges::all_of(part, [](char c) { return c >= '0' && c <= '9'; });
+    };
     if (!text.starts_with(sign)) {
         return false;
     }
     text.remove_prefix(sign.size());
-    const std::size_t point = text.find('.');
-    if ((point == std::string_view::npos) != (places == 0)) {
-        return false;
-    }
+    const std::size_t point = std::min(text.find('.'), text.size());
     const std::string_view integer = text.substr(0, point);
-    const std::string_view fraction = places == 0 ? "" : text.substr(point + 1);
-    const bool padding = integer.size() > integerPlaces && integer.starts_with('0');
-    return AllDigits(integer) && integer.size() >= integerPlaces && !padding &&
-           fraction.size() == places && AllDigits(fraction);
+    const std::string_view fraction = text.substr(std::min(point + 1, text.size()));
+    return (point == text.size()) == (places == 0) && digits(integer) && digits(fraction) &&
+           integer.size() >= integerPlaces && fraction.size() == places &&
+           !(integer.size() > integerPlaces && integer.starts_with('0'));
 }
 
 // What ".0000" must give for a probability from .0001 to 1: ^(\.[0-9]{4}|1\.0000)$
@@ -59,9 +46,8 @@ inline bool IsProbabilityText(std::string_view text) {
 // `shown`, read back from a text with `places` decimals, is `value` rounded at that place:
 // half a unit of the last place, and the rounding of the read-back double, apart at most.
 inline bool IsRoundedFrom(double shown, double value, int places) {
-    const double halfUnit = 0.5 * std::pow(10.0, -places);
     const double ulp = std::nextafter(std::fabs(value), INFINITY) - std::fabs(value);
-    return std::fabs(shown - value) <= halfUnit + 2.0 * ulp;
+    return std::fabs(shown - value) <= 0.5 * std::pow(10.0, -places) + 2.0 * ulp;
 }
 
 // Bitwise equality of two doubles, so that 0.0 and -0.0 differ.

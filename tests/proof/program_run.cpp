@@ -4,6 +4,7 @@
 #include <QTest>
 #include <QTimer>
 #include <QWindow>
+#include <exception>
 #include <string_view>
 
 #include "app/startup.h"
@@ -14,32 +15,41 @@
 
 namespace korvane::proof {
 
-int RunProgram(const std::function<void()>& driver) {
-    // A timer of the test's own, stopped after the run: a turn that never came (the run failed
-    // before it) must not come in the next run's loop.
+int RunProgram(const std::function<void()>& driver,
+               const std::function<void(const std::string&)>& message,
+               const std::function<void(const std::string&)>& failure) {
+    platform::SetMessageBoxHook(message);
+    platform::SetUnhandledExceptionHook([&failure](std::exception_ptr escaped) {
+        try {
+            std::rethrow_exception(escaped);
+        } catch (const platform::RuntimeException& e) {
+            failure(e.ClassName() + std::string(": ") + e.Message());
+        } catch (const std::exception& e) {
+            failure(e.what());
+        }
+    });
+    // The test's own timer, stopped after the run: a turn that never came (the run failed before
+    // it) must not come in the next run's loop.
     QTimer turn;
     turn.setSingleShot(true);
-    turn.setInterval(0);
     QObject::connect(&turn, &QTimer::timeout, driver);
     korvane::SetStepHook([&turn](std::string_view step) {
         if (step == "_MakeDefaultView") {
-            turn.start();
+            turn.start(0);
         }
     });
     const int status = korvane::Main();
     korvane::SetStepHook({});
+    platform::SetMessageBoxHook({});
+    platform::SetUnhandledExceptionHook({});
     turn.stop();
-    ForgetRun();
-    return status;
-}
-
-void ForgetRun() {
     platform::DestroyAllWindows();
     platform::DestroyAppObject();
-    Menu::ResetForTests();
+    Menu::ResetImplicitInstance();
     platform::_RuntimeResetRun();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QCoreApplication::processEvents();
+    return status;
 }
 
 platform::Window* LivingWindow(const char* className) {
@@ -60,37 +70,6 @@ void ClickCentre(QWidget& widget) {
     QWidget* top = widget.window();
     QTest::mouseClick(top->windowHandle(), Qt::LeftButton, {},
                       widget.mapTo(top, widget.rect().center()));
-}
-
-void PressKey(QWidget& window, Qt::Key key, Qt::KeyboardModifiers modifiers) {
-    QTest::keyClick(window.windowHandle(), key, modifiers);
-}
-
-bool ProcessUntil(const std::function<bool()>& done, int turns) {
-    for (int i = 0; i < turns; ++i) {
-        if (done()) {
-            return true;
-        }
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-    }
-    return done();
-}
-
-const std::set<std::string>& ProgramMessages() {
-    static const std::set<std::string> messages{
-        "Select Independent or Related t-test and then enter appropriate data",
-        "Please enter the mean of the 1st sample",
-        "Please enter the mean of the 2nd sample",
-        "Please enter the standard deviation of the 1st sample",
-        "Please enter the standard deviation of the 2nd sample",
-        "Please enter the N of the 1st sample",
-        "Please enter the N of the 2nd sample",
-        "Please enter the correlation between Sample 1 and Sample 2",
-        "N for each sample must range from 2-9999",
-        "N of paired samples must range from 2-9999",
-        "Correlation must range from -1.00 thru +1.00",
-    };
-    return messages;
 }
 
 }  // namespace korvane::proof

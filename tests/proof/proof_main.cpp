@@ -1,8 +1,7 @@
-// The main of the proof tests: the one QApplication of the process, made as the program makes it,
-// in the C locale. Each run of the program inside a test then finds it there.
+// The one QApplication of the proof tests, made as the program makes it, in the C locale, so
+// that it outlives every run of the program inside a test.
 #include <QApplication>
 #include <QLocale>
-#include <QtGlobal>
 
 #include <gtest/gtest.h>
 
@@ -25,7 +24,6 @@ void DropOffscreenNotices(QtMsgType type, const QMessageLogContext& context, con
 int main(int argc, char** argv) {
     ::testing::InitGoogleTest(&argc, argv);
     gQtHandler = qInstallMessageHandler(DropOffscreenNotices);
-    // Made here, not by RuntimeInit, so that it outlives every run of the program in the tests.
     QApplication app(argc, argv);
     platform::RuntimeInit();
     QLocale::setDefault(QLocale::c());
