@@ -1,12 +1,11 @@
-// A small window written the way the program's windows are: a class derived from Window, layout
-// records as constants, controls made by name and wired with delegates. It counts what reaches
-// it, so a test sees which event went where. Also the fixture of every platform test and real
-// mouse presses delivered to the window, so Qt finds the widget under the pointer.
+// A small window written the way the program's windows are, counting what reaches it; the fixture
+// of every platform test; real mouse presses sent to the window, so Qt finds the widget there.
 #pragma once
 
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QLineEdit>
 #include <QTest>
 #include <QWidget>
 #include <QWindow>
@@ -37,13 +36,13 @@ C& Make(platform::Window& window, const std::string& name, const R& record) {
 #define SAMPLE_PLACE(left, top, width, height) \
     Int("Left", left), Int("Top", top), Int("Width", width), Int("Height", height)
 
+// A frame with two fields and a label; rfld lies in its rectangle but belongs to the window. Two
+// radio buttons, and a frame drawn around them that is made after them.
 inline constexpr auto kFormRecord = PLATFORM_RECORD(
     Int("Width", 400), Int("Height", 300), Str("Title", "Form"), Bool("HasCloseButton", true),
-    Bool("HasMaximizeButton", false), Bool("HasMinimizeButton", true), Bool("Resizeable", false),
-    Int("MacProcID", 0), Bool("Visible", true), Color("BackgroundColor", 0xFFFFFF));
-// A frame with two fields and a label; rfld lies in its rectangle but belongs to the window.
-inline constexpr auto kBox = PLATFORM_RECORD(SAMPLE_PLACE(20, 100, 160, 150), Int("TabIndex", 3),
-                                             Str("Caption", "Sample 1"));
+    Bool("HasMaximizeButton", false), Bool("Resizeable", false), Int("MacProcID", 0),
+    Bool("Visible", true), Color("BackgroundColor", 0xFFFFFF));
+inline constexpr auto kBox = PLATFORM_RECORD(SAMPLE_PLACE(20, 100, 160, 150), Int("TabIndex", 3));
 inline constexpr auto kM1 =
     PLATFORM_RECORD(SAMPLE_PLACE(40, 125, 80, 22), Int("TabIndex", 0), Str("InitialParent", "box"));
 inline constexpr auto kN1 =
@@ -51,18 +50,20 @@ inline constexpr auto kN1 =
 inline constexpr auto kNote = PLATFORM_RECORD(SAMPLE_PLACE(40, 150, 80, 18), Str("Value", "Mean"),
                                               Str("InitialParent", "box"));
 inline constexpr auto kR = PLATFORM_RECORD(SAMPLE_PLACE(210, 175, 80, 22), Int("TabIndex", 2));
-// Two radio buttons, then a frame drawn around them and made after them.
 inline constexpr auto kIBtn = PLATFORM_RECORD(SAMPLE_PLACE(30, 60, 130, 18), Int("TabIndex", 5),
                                               Str("Caption", "Independent"));
 inline constexpr auto kRBtn =
     PLATFORM_RECORD(SAMPLE_PLACE(170, 60, 120, 18), Int("TabIndex", 6), Str("Caption", "Related"));
-inline constexpr auto kTypeBox =
-    PLATFORM_RECORD(SAMPLE_PLACE(20, 50, 290, 36), Int("TabIndex", 14));
-inline constexpr auto kCalc =
-    PLATFORM_RECORD(SAMPLE_PLACE(20, 260, 80, 30), Int("TabIndex", 8), Bool("TabStop", false),
-                    Str("Caption", "Calculate"), Bool("Default", true));
-inline constexpr auto kHelp = PLATFORM_RECORD(SAMPLE_PLACE(200, 260, 50, 30), Int("TabIndex", 7),
-                                              Str("Caption", "?"), Bool("Default", true));
+inline constexpr auto kTypeBox = PLATFORM_RECORD(SAMPLE_PLACE(20, 50, 290, 36), Int("TabIndex", 9));
+inline constexpr auto kCalc = PLATFORM_RECORD(SAMPLE_PLACE(20, 260, 80, 30), Int("TabIndex", 8),
+                                              Bool("TabStop", false), Bool("Default", true));
+inline constexpr auto kHelp =
+    PLATFORM_RECORD(SAMPLE_PLACE(200, 260, 50, 30), Int("TabIndex", 7), Bool("Default", true));
+
+// A handler for any event that counts its calls and lets a press go on.
+inline auto Counter(int& calls) {
+    return [&calls](auto&&...) { return ++calls < 0; };
+}
 
 class FormWnd : public platform::Window {
   public:
@@ -79,25 +80,18 @@ class FormWnd : public platform::Window {
 
     void Layout() override { platform::ApplyRecord(*this, kFormRecord.view()); }
     void CreateControls() override {
-        using platform::Delegate;
-        Make<platform::GroupBox>(*this, "box", kBox);
-        Make<platform::TextField>(*this, "m1fld", kM1).KeyDown = Delegate(*this, &FormWnd::KeyDown);
-        Make<platform::TextField>(*this, "n1fld", kN1);
-        Make<platform::Label>(*this, "note", kNote);
-        Make<platform::TextField>(*this, "rfld", kR);
-        Make<platform::RadioButton>(*this, "IBtn", kIBtn).Action = [this](auto&) { ++iActions; };
-        Make<platform::RadioButton>(*this, "RBtn", kRBtn).Action = [this](auto&) { ++rActions; };
-        Make<platform::GroupBox>(*this, "typeBox", kTypeBox).MouseDown = [this](auto&, auto, auto) {
-            ++typeBoxPresses;
-            return false;
-        };
-        Make<platform::PushButton>(*this, "CalcBtn", kCalc).Action = [this](auto&) { ++calcs; };
-        auto& help = Make<platform::PushButton>(*this, "HelpBtn", kHelp);
-        help.MouseDown = [this](auto&, auto, auto) {
-            helpPressedBeforeAction = ++helpPresses == 1 && helps == 0;
-            return false;
-        };
-        help.Action = [this](auto&) { ++helps; };
+        using namespace platform;
+        Make<GroupBox>(*this, "box", kBox);
+        Make<TextField>(*this, "m1fld", kM1).KeyDown = Delegate(*this, &FormWnd::KeyDown);
+        Make<TextField>(*this, "n1fld", kN1);
+        Make<Label>(*this, "note", kNote);
+        Make<TextField>(*this, "rfld", kR);
+        Make<RadioButton>(*this, "IBtn", kIBtn).Action = Counter(iActions);
+        Make<RadioButton>(*this, "RBtn", kRBtn).Action = Counter(rActions);
+        Make<GroupBox>(*this, "typeBox", kTypeBox).MouseDown = Counter(typeBoxPresses);
+        Make<PushButton>(*this, "CalcBtn", kCalc).Action = Counter(calcs);
+        Make<PushButton>(*this, "HelpBtn", kHelp).MouseDown = Counter(helpPresses);
+        Get<PushButton>("HelpBtn").Action = Counter(helps);
     }
 
     template <class C = platform::TextField>
@@ -117,6 +111,11 @@ class FormWnd : public platform::Window {
     }
     void Event_Activate() override { events.push_back("Activate"); }
     void Event_EnableMenuItems() override { events.push_back("EnableMenuItems"); }
+    void Event_Close() override {
+        if (hideOnClose) {
+            Hide();
+        }
+    }
     bool Event_KeyDown(const std::string& key) override {
         windowKeys.push_back(key);
         return false;
@@ -128,44 +127,36 @@ class FormWnd : public platform::Window {
 
     std::vector<std::string> keys, windowKeys, events;
     std::vector<QPoint> windowPresses;
-    bool stopKeys = false, helpPressedBeforeAction = false;
+    bool stopKeys = false, hideOnClose = false;
     int iActions = 0, rActions = 0, typeBoxPresses = 0, calcs = 0, helpPresses = 0, helps = 0;
 };
 
-// Every platform test starts from no windows, no pending quit, hooks that collect failures and
-// messages instead of reporting them, and the recorder off.
+// Every platform test starts from no windows, no pending quit, hooks that collect failures (by
+// class name) and answer messages instead of reporting or showing them, and the recorder off.
 class PlatformTest : public testing::Test {
   protected:
     void SetUp() override {
         platform::_RuntimeResetRun();
-        platform::SetUnhandledExceptionHook(
-            [this](std::exception_ptr f) { failures.push_back(f); });
-        platform::SetMessageBoxHook([this](const std::string& text) { messages.push_back(text); });
+        platform::SetUnhandledExceptionHook([this](std::exception_ptr failure) {
+            try {
+                std::rethrow_exception(failure);
+            } catch (const platform::RuntimeException& e) {
+                failures.push_back(e.ClassName());
+            } catch (...) {
+                failures.push_back("other");
+            }
+        });
+        platform::SetMessageBoxHook([](const std::string&) {});
         platform::recorder::Stop();
     }
     void TearDown() override {
         platform::DestroyAllWindows();
         platform::SetUnhandledExceptionHook({});
         platform::SetMessageBoxHook({});
-        platform::recorder::Stop();
         platform::_RuntimeResetRun();
     }
 
-    // The class names of the failures that reached the hook, in order.
-    std::vector<std::string> FailureClasses() const {
-        std::vector<std::string> names;
-        for (const std::exception_ptr& failure : failures) {
-            try {
-                std::rethrow_exception(failure);
-            } catch (const platform::RuntimeException& e) {
-                names.push_back(e.ClassName());
-            } catch (...) {
-                names.push_back("other");
-            }
-        }
-        return names;
-    }
-
+    static QWidget* Focused() { return QApplication::focusWidget(); }
     // The form, shown and active.
     static FormWnd& Form() {
         FormWnd& form = FormWnd::Instance();
@@ -173,8 +164,7 @@ class PlatformTest : public testing::Test {
         return form;
     }
 
-    std::vector<std::exception_ptr> failures;
-    std::vector<std::string> messages;
+    std::vector<std::string> failures;
 };
 
 // Where a control stands, in the window's content coordinates.
@@ -195,8 +185,12 @@ inline void Mouse(platform::Window& window, const platform::RectControl& control
     Mouse(window, WindowRect(control, window).center(), action);
 }
 
+// Gives the control the keyboard; a field's text is then all selected, as after a Tab.
 inline bool Focus(platform::RectControl& control) {
     control.SetFocus();
+    if (auto* line = qobject_cast<QLineEdit*>(control.Widget())) {
+        line->selectAll();
+    }
     return QTest::qWaitFor([&] { return QApplication::focusWidget() == control.Widget(); });
 }
 
