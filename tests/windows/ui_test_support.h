@@ -1,7 +1,5 @@
-// What the window tests share: a fixture that builds the control window on Qt's offscreen
-// platform as a run does, answers MsgBox through a hook, records the platform's log, and drives
-// the real widgets with Qt Test's key and mouse events sent through the window, so that a press
-// lands on whatever widget lies at that point.
+// The window tests' fixture: the real windows on Qt's offscreen platform, MsgBox answered by a
+// hook, the platform's log, and key and mouse events sent through the window as a user's are.
 #pragma once
 
 #include <QApplication>
