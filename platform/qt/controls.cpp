@@ -756,7 +756,8 @@ static QImage ReadSharpest(const std::filesystem::path& path) {
 }
 
 QImage qt::ReadPicture(const std::string& name) {
-    return name.empty() ? QImage() : ReadSharpest(ResourceDirectory() / name);
+    // Built into the program as Qt resources (resources/pictures.cmake).
+    return name.empty() ? QImage() : ReadSharpest(std::filesystem::path(":/korvane") / name);
 }
 
 std::unique_ptr<Picture> Picture::_OpenFromApp(const std::string& name) {

@@ -229,8 +229,8 @@ class Picture : public Object {
     ~Picture() override;
     static const ClassInfo& StaticClass();
     const ClassInfo& Class() const override { return StaticClass(); }
-    // The picture of that file name in ResourceDirectory(), or nullptr when it is missing or
-    // unreadable.
+    // The picture of that file name among the pictures built into the program, or nullptr when it
+    // is missing or unreadable.
     static std::unique_ptr<Picture> _OpenFromApp(const std::string& name);
     std::int64_t Width() const;
     std::int64_t Height() const;

@@ -12,7 +12,6 @@
 #include <QTimer>
 #include <QToolTip>
 #include <QWidget>
-#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <thread>
@@ -46,7 +45,6 @@ struct RunState {
     ExceptionHelper helper = nullptr;
     FailureHook failureHook;
     MessageHook messageHook;
-    std::filesystem::path resourceDirectory;
 };
 
 RunState& State() {
@@ -427,15 +425,6 @@ void Beep() {
 
 void SetMessageBoxHook(MessageHook hook) {
     State().messageHook = std::move(hook);
-}
-
-std::filesystem::path ResourceDirectory() {
-    const auto& chosen = State().resourceDirectory;
-    return chosen.empty() ? std::filesystem::path(":/korvane") : chosen;
-}
-
-void SetResourceDirectory(const std::filesystem::path& directory) {
-    State().resourceDirectory = directory;
 }
 
 }  // namespace platform

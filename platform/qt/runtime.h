@@ -9,7 +9,6 @@
 
 #include <cstdint>
 #include <exception>
-#include <filesystem>
 #include <functional>
 #include <span>
 #include <string>
@@ -62,11 +61,5 @@ void Beep();
 // Tests answer MsgBox through a hook instead of a modal dialog (an empty hook restores it).
 using MessageHook = std::function<void(const std::string&)>;
 void SetMessageBoxHook(MessageHook hook);
-
-// --- Resources ---
-// Where the application's pictures are read: ":/korvane", the Qt resources built into the
-// program, unless a test points it at a folder (an empty path restores the default).
-std::filesystem::path ResourceDirectory();
-void SetResourceDirectory(const std::filesystem::path& directory);
 
 }  // namespace platform
