@@ -81,13 +81,7 @@ walk() {
     calculator=$(wait_for not_about) || fail "$1: the calculator did not come up"
     sleep "$settle"  # let it be activated before the test is chosen
     top=$(($(window_size "$calculator" | cut -dx -f2) - 400))  # the content is 500 x 400
-    click "$calculator" 98 $((top + 139))  # Independent Means
-    for entry in "92 203 5" "92 248 1" "92 298 10" "253 203 6" "253 248 1" "253 298 10"; do
-        read -r x y text <<<"$entry"
-        click "$calculator" "$x" $((top + y))
-        xdotool type --delay 80 "$text"
-    done
-    click "$calculator" 61 $((top + 375))  # Calculate
+    calculate "$calculator" "$top"
     wait_for results_shown "$calculator" "$top" "$1" >/dev/null ||
         fail "$1: the result column stayed empty after Calculate"
     click "$calculator" 251 $((top + 375))  # "?": the information window

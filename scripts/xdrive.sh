@@ -81,3 +81,16 @@ click() {  # window x y, in the window's own coordinates
     xdotool mousemove --window "$1" "$2" "$3" click 1
     sleep 0.3
 }
+
+# One calculation of independent means (5, 1, 10 against 6, 1, 10) typed with the mouse and the
+# keyboard into the calculator window $1, whose 500 x 400 content starts $2 pixels down.
+calculate() {
+    local x y text
+    click "$1" 98 $(($2 + 139))  # Independent Means
+    for entry in "92 203 5" "92 248 1" "92 298 10" "253 203 6" "253 248 1" "253 298 10"; do
+        read -r x y text <<<"$entry"
+        click "$1" "$x" $(($2 + y))
+        xdotool type --delay 80 "$text"
+    done
+    click "$1" 61 $(($2 + 375))  # Calculate
+}
