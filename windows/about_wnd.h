@@ -20,10 +20,9 @@ class AboutWnd : public platform::WindowClass<AboutWnd> {
 
     // The timer as it stands among the window's controls: it knows its window only weakly, so it
     // does not keep the window alive.
-    class _wrapper_Timer1 : public platform::Timer {
+    class _wrapper_Timer1 : public platform::Classed<_wrapper_Timer1, platform::Timer> {
       public:
         static const platform::ClassInfo& StaticClass();
-        const platform::ClassInfo& Class() const override { return StaticClass(); }
 
         void _SetWindow(platform::Window* window);
         platform::Window* Window() const;  // nil once the window is gone

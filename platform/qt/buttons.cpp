@@ -94,7 +94,7 @@ bool PressDefaultButton(Window& window) {
 
 }  // namespace qt
 
-PushButton::PushButton() : RectControl(new qt::ButtonWidget(this)) {
+PushButton::PushButton() : Classed(new qt::ButtonWidget(this)) {
     Button(*this).setAutoDefault(false);
     QObject::connect(&Button(*this), &QAbstractButton::clicked, widget_, [this] {
         if (Action) {
@@ -130,7 +130,7 @@ bool PushButton::Default() const {
     return static_cast<const qt::ButtonWidget*>(widget_)->isDefault;
 }
 
-RadioButton::RadioButton() : RectControl(new qt::RadioWidget(this)) {
+RadioButton::RadioButton() : Classed(new qt::RadioWidget(this)) {
     Radio(*this).setAutoExclusive(true);  // the radio buttons of one parent exclude each other
     // clicked comes from the user alone (also on a button already on), never from setChecked.
     QObject::connect(&Radio(*this), &QAbstractButton::clicked, widget_, [this] {

@@ -616,7 +616,7 @@ void RectControl::ApplyFocusPolicy() {
     widget_->setFocusPolicy(policy);
 }
 
-Label::Label() : RectControl(new qt::LabelWidget) {}
+Label::Label() : Classed(new qt::LabelWidget) {}
 
 const ClassInfo& Label::StaticClass() {
     static const ClassInfo info{
@@ -664,7 +664,7 @@ std::string Label::Value() const {
     return qt::FromQt(static_cast<QLabel*>(widget_)->text());
 }
 
-GroupBox::GroupBox() : RectControl(new qt::BoxWidget(this)) {}
+GroupBox::GroupBox() : Classed(new qt::BoxWidget(this)) {}
 
 const ClassInfo& GroupBox::StaticClass() {
     static const ClassInfo info{
@@ -683,14 +683,14 @@ std::string GroupBox::Caption() const {
     return qt::CaptionOf(static_cast<QGroupBox*>(widget_)->title());
 }
 
-Separator::Separator() : RectControl(new qt::SeparatorWidget) {}
+Separator::Separator() : Classed(new qt::SeparatorWidget) {}
 
 const ClassInfo& Separator::StaticClass() {
     static const ClassInfo info{"Separator", &RectControl::StaticClass(), {}};
     return info;
 }
 
-Canvas::Canvas() : RectControl(new qt::CanvasWidget(this)) {}
+Canvas::Canvas() : Classed(new qt::CanvasWidget(this)) {}
 
 const ClassInfo& Canvas::StaticClass() {
     static const ClassInfo info{

@@ -71,7 +71,7 @@ bool FieldWidget::event(QEvent* event) {
 
 }  // namespace qt
 
-TextField::TextField() : RectControl(new qt::FieldWidget(this)) {
+TextField::TextField() : Classed(new qt::FieldWidget(this)) {
     Edit(*this).setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 }
 
@@ -126,7 +126,7 @@ bool TextField::ReadOnly() const {
     return static_cast<const QLineEdit*>(widget_)->isReadOnly();
 }
 
-TextArea::TextArea() : RectControl(new qt::AreaWidget) {
+TextArea::TextArea() : Classed(new qt::AreaWidget) {
     QTextEdit& area = Area(*this);
     area.setAcceptRichText(false);
     area.setTabChangesFocus(true);

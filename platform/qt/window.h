@@ -27,7 +27,7 @@ namespace platform {
 class Control;
 class MenuBar;
 
-class Window : public Object {
+class Window : public Classed<Window> {
   public:
     Window();
     ~Window() override;
@@ -37,7 +37,6 @@ class Window : public Object {
     // Resizeable, Composite, FullScreen, DefaultLocation, Visible, HasBackgroundColor,
     // BackgroundColor, MenuBarVisible, LiveResize.
     static const ClassInfo& StaticClass();
-    const ClassInfo& Class() const override { return StaticClass(); }
 
     // Raises Layout, CreateControls and AddMenuHandlers, in that order, then shows the window if
     // its record made it Visible. A failure stops construction; what was built stays.
