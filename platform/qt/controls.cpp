@@ -388,6 +388,11 @@ const ClassInfo& Control::StaticClass() {
     return info;
 }
 
+void Control::Operation(const std::string& what) const {
+    _UITrap();
+    recorder::Note(name_ + "." + what);
+}
+
 void Control::Attach(Window& window, const std::string& name) {
     window_ = &window;
     name_ = name;
@@ -467,8 +472,7 @@ const ClassInfo& RectControl::StaticClass() {
 }
 
 void RectControl::Enabled(bool value) {
-    _UITrap();
-    recorder::Note(name_ + ".Enabled=" + Flag(value));
+    Operation(std::string("Enabled=") + Flag(value));
     SetEnabled(value);
 }
 
@@ -483,8 +487,7 @@ void RectControl::SetEnabled(bool v) {
 }
 
 void RectControl::Visible(bool value) {
-    _UITrap();
-    recorder::Note(name_ + ".Visible=" + Flag(value));
+    Operation(std::string("Visible=") + Flag(value));
     SetVisible(value);
 }
 
@@ -501,8 +504,7 @@ void RectControl::SetVisible(bool v) {
 }
 
 void RectControl::SetFocus() {
-    _UITrap();
-    recorder::Note(name_ + ".SetFocus");
+    Operation("SetFocus");
     if (widget_ != nullptr) {
         widget_->setFocus(Qt::OtherFocusReason);
     }
@@ -654,8 +656,7 @@ const ClassInfo& Label::StaticClass() {
 }
 
 void Label::Value(const std::string& text) {
-    _UITrap();
-    recorder::Note(name_ + ".Value=" + text);
+    Operation("Value=" + text);
     static_cast<QLabel*>(widget_)->setText(qt::ToQt(text));
 }
 

@@ -40,6 +40,10 @@ class Control : public Classed<Control> {
     virtual void Attach(Window& window, const std::string& name);
 
   protected:
+    // Begins an operation the system's code calls: the UI trap, then "<name>.<what>" to the
+    // recorder.
+    void Operation(const std::string& what) const;
+
     Window* window_ = nullptr;
     std::string name_;
     std::int64_t index_ = 0;
