@@ -14,11 +14,11 @@
 
 namespace korvane {
 
-class Korvane : public platform::Application, public _MacOSDistributedNotifications::iNotify {
+class Korvane : public platform::Classed<Korvane, platform::Application>,
+                public _MacOSDistributedNotifications::iNotify {
   public:
     Korvane();  // the object's initialisation: it registers with the appearance observer
     static const platform::ClassInfo& StaticClass();
-    const platform::ClassInfo& Class() const override { return StaticClass(); }
 
     void Constructor() override {}
     // Korvane implements none of the application events.

@@ -114,36 +114,43 @@ inline constexpr Row PushButton1  {"PushButton1",  "",          226, 360, 50,  3
 
 using namespace platform::rec;
 
+// The fields every control's record begins with: name and place.
+template <const Row& R>
+constexpr auto Placement() {
+    return Fields(Str("Name", R.name), Int("Index", kNoIndex), Int("Left", R.left),
+                  Int("Top", R.top), Int("Width", R.width), Int("Height", R.height),
+                  Bool("LockLeft", R.locks.left), Bool("LockTop", R.locks.top),
+                  Bool("LockRight", R.locks.right), Bool("LockBottom", R.locks.bottom));
+}
+
+// What follows the place in the records of every class but the separator.
+template <const Row& R>
+constexpr auto TabOrder() {
+    return Fields(Int("TabIndex", R.tabIndex), Int("TabPanelIndex", 0), Bool("TabStop", R.tabStop),
+                  Bool("AllowAutoDeactivate", 1));
+}
+
 template <const Row& R, const LabelStyle& S>
 constexpr auto LabelRecord() {
-    return PLATFORM_RECORD(
-        Str("Name", R.name), Int("Index", kNoIndex), Int("Left", R.left), Int("Top", R.top),
-        Int("Width", R.width), Int("Height", R.height), Bool("LockLeft", R.locks.left),
-        Bool("LockTop", R.locks.top), Bool("LockRight", R.locks.right),
-        Bool("LockBottom", R.locks.bottom), Int("TabIndex", R.tabIndex), Int("TabPanelIndex", 0),
-        Bool("TabStop", R.tabStop), Bool("AllowAutoDeactivate", 1), Bool("Enabled", R.enabled),
-        Str("Tooltip", ""), Bool("Multiline", 0), Bool("Selectable", 0),
-        Int("TextAlignment", S.textAlignment), Color("TextColor", S.textColor),
-        Bool("Transparent", 1), Str("Value", R.text), Bool("Visible", R.visible),
-        Bool("Bold", S.bold), Bool("Italic", 0), Str("FontName", "System"), Bool("Underline", 0),
-        Single("FontSize", S.fontSize), Enum8("FontUnit", 0), Str("DataSource", ""),
-        Str("DataField", ""), Str("InitialParent", R.parent));
+    return PLATFORM_RECORD(Placement<R>(), TabOrder<R>(), Bool("Enabled", R.enabled),
+                           Str("Tooltip", ""), Bool("Multiline", 0), Bool("Selectable", 0),
+                           Int("TextAlignment", S.textAlignment), Color("TextColor", S.textColor),
+                           Bool("Transparent", 1), Str("Value", R.text), Bool("Visible", R.visible),
+                           Bool("Bold", S.bold), Bool("Italic", 0), Str("FontName", "System"),
+                           Bool("Underline", 0), Single("FontSize", S.fontSize),
+                           Enum8("FontUnit", 0), Str("DataSource", ""), Str("DataField", ""),
+                           Str("InitialParent", R.parent));
 }
 
 template <const Row& R, const FieldRole& F>
 constexpr auto TextFieldRecord() {
     return PLATFORM_RECORD(
-        Str("Name", R.name), Int("Index", kNoIndex), Int("Left", R.left), Int("Top", R.top),
-        Int("Width", R.width), Int("Height", R.height), Bool("LockLeft", R.locks.left),
-        Bool("LockTop", R.locks.top), Bool("LockRight", R.locks.right),
-        Bool("LockBottom", R.locks.bottom), Int("TabIndex", R.tabIndex), Int("TabPanelIndex", 0),
-        Bool("TabStop", R.tabStop), Bool("AllowAutoDeactivate", 1),
-        Color("BackgroundColor", 0xFFFFFF), Bool("HasBorder", 1), Bool("Enabled", R.enabled),
-        Str("Format", ""), Str("Tooltip", ""), Bool("Password", 0), Color("TextColor", 0x000000),
-        Bool("Transparent", 1), Bool("AllowFocusRing", 1), Bool("Visible", R.visible),
-        Str("FontName", "System"), Single("FontSize", 12), Enum8("FontUnit", 0), Bool("Bold", 0),
-        Bool("Italic", 0), Bool("Underline", 0), Str("Hint", ""), Str("Value", ""),
-        Bool("AllowTabs", 0), Int("TextAlignment", 2),
+        Placement<R>(), TabOrder<R>(), Color("BackgroundColor", 0xFFFFFF), Bool("HasBorder", 1),
+        Bool("Enabled", R.enabled), Str("Format", ""), Str("Tooltip", ""), Bool("Password", 0),
+        Color("TextColor", 0x000000), Bool("Transparent", 1), Bool("AllowFocusRing", 1),
+        Bool("Visible", R.visible), Str("FontName", "System"), Single("FontSize", 12),
+        Enum8("FontUnit", 0), Bool("Bold", 0), Bool("Italic", 0), Bool("Underline", 0),
+        Str("Hint", ""), Str("Value", ""), Bool("AllowTabs", 0), Int("TextAlignment", 2),
         Bool("AllowSpellChecking", F.allowSpellChecking), Int("MaximumCharactersAllowed", 0),
         Str("ValidationMask", ""), Bool("ReadOnly", F.readOnly), Str("DataSource", ""),
         Str("DataField", ""), Str("InitialParent", R.parent));
@@ -151,72 +158,49 @@ constexpr auto TextFieldRecord() {
 
 template <const Row& R, bool Bold>
 constexpr auto GroupBoxRecord() {
-    return PLATFORM_RECORD(
-        Str("Name", R.name), Int("Index", kNoIndex), Int("Left", R.left), Int("Top", R.top),
-        Int("Width", R.width), Int("Height", R.height), Bool("LockLeft", R.locks.left),
-        Bool("LockTop", R.locks.top), Bool("LockRight", R.locks.right),
-        Bool("LockBottom", R.locks.bottom), Int("TabIndex", R.tabIndex), Int("TabPanelIndex", 0),
-        Bool("TabStop", R.tabStop), Bool("AllowAutoDeactivate", 1), Str("Caption", R.text),
-        Bool("Enabled", R.enabled), Str("Tooltip", ""), Bool("Transparent", 1),
-        Bool("Visible", R.visible), Bool("Bold", Bold), Bool("Italic", 0),
-        Str("FontName", "System"), Bool("Underline", 0), Single("FontSize", 12),
-        Enum8("FontUnit", 0), Str("InitialParent", R.parent));
+    return PLATFORM_RECORD(Placement<R>(), TabOrder<R>(), Str("Caption", R.text),
+                           Bool("Enabled", R.enabled), Str("Tooltip", ""), Bool("Transparent", 1),
+                           Bool("Visible", R.visible), Bool("Bold", Bold), Bool("Italic", 0),
+                           Str("FontName", "System"), Bool("Underline", 0), Single("FontSize", 12),
+                           Enum8("FontUnit", 0), Str("InitialParent", R.parent));
 }
 
 template <const Row& R>
 constexpr auto SeparatorRecord() {
     return PLATFORM_RECORD(
-        Bool("AllowAutoDeactivate", 1), Str("Tooltip", ""), Bool("Transparent", 1),
-        Str("Name", R.name), Int("Index", kNoIndex), Int("Left", R.left), Int("Top", R.top),
-        Int("Width", R.width), Int("Height", R.height), Bool("LockLeft", R.locks.left),
-        Bool("LockTop", R.locks.top), Bool("LockRight", R.locks.right),
-        Bool("LockBottom", R.locks.bottom), Int("TabPanelIndex", 0), Int("TabIndex", R.tabIndex),
-        Bool("TabStop", R.tabStop), Str("InitialParent", R.parent), Bool("Visible", R.visible),
-        Bool("Enabled", R.enabled));
+        Bool("AllowAutoDeactivate", 1), Str("Tooltip", ""), Bool("Transparent", 1), Placement<R>(),
+        Int("TabPanelIndex", 0), Int("TabIndex", R.tabIndex), Bool("TabStop", R.tabStop),
+        Str("InitialParent", R.parent), Bool("Visible", R.visible), Bool("Enabled", R.enabled));
 }
 
 // Transparent stands twice in a canvas record, both times true.
 template <const Row& R>
 constexpr auto CanvasRecord() {
-    return PLATFORM_RECORD(
-        Str("Name", R.name), Int("Index", kNoIndex), Int("Left", R.left), Int("Top", R.top),
-        Int("Width", R.width), Int("Height", R.height), Bool("LockLeft", R.locks.left),
-        Bool("LockTop", R.locks.top), Bool("LockRight", R.locks.right),
-        Bool("LockBottom", R.locks.bottom), Int("TabIndex", R.tabIndex), Int("TabPanelIndex", 0),
-        Bool("TabStop", R.tabStop), Bool("AllowAutoDeactivate", 1), Bool("Enabled", R.enabled),
-        Str("Tooltip", ""), Bool("AllowFocusRing", 1), Bool("Visible", R.visible),
-        Bool("AllowFocus", 0), Bool("AllowTabs", 0), Bool("Transparent", 1),
-        Bool("DoubleBuffer", 0), Bool("Transparent", 1), Str("InitialParent", R.parent));
+    return PLATFORM_RECORD(Placement<R>(), TabOrder<R>(), Bool("Enabled", R.enabled),
+                           Str("Tooltip", ""), Bool("AllowFocusRing", 1),
+                           Bool("Visible", R.visible), Bool("AllowFocus", 0), Bool("AllowTabs", 0),
+                           Bool("Transparent", 1), Bool("DoubleBuffer", 0), Bool("Transparent", 1),
+                           Str("InitialParent", R.parent));
 }
 
 // All three buttons of the form are marked Default.
 template <const Row& R, const ButtonStyle& S>
 constexpr auto PushButtonRecord() {
     return PLATFORM_RECORD(
-        Str("Name", R.name), Int("Index", kNoIndex), Int("Left", R.left), Int("Top", R.top),
-        Int("Width", R.width), Int("Height", R.height), Bool("LockLeft", R.locks.left),
-        Bool("LockTop", R.locks.top), Bool("LockRight", R.locks.right),
-        Bool("LockBottom", R.locks.bottom), Int("TabIndex", R.tabIndex), Int("TabPanelIndex", 0),
-        Bool("TabStop", R.tabStop), Bool("AllowAutoDeactivate", 1), Int("MacButtonStyle", 0),
-        Bool("Cancel", 0), Str("Caption", R.text), Bool("Default", 1), Bool("Enabled", R.enabled),
-        Str("Tooltip", ""), Bool("Transparent", S.transparent), Bool("Visible", R.visible),
-        Str("FontName", "System"), Single("FontSize", S.fontSize), Enum8("FontUnit", 0),
-        Bool("Bold", S.bold), Bool("Italic", 0), Bool("Underline", 0),
-        Str("InitialParent", R.parent));
+        Placement<R>(), TabOrder<R>(), Int("MacButtonStyle", 0), Bool("Cancel", 0),
+        Str("Caption", R.text), Bool("Default", 1), Bool("Enabled", R.enabled), Str("Tooltip", ""),
+        Bool("Transparent", S.transparent), Bool("Visible", R.visible), Str("FontName", "System"),
+        Single("FontSize", S.fontSize), Enum8("FontUnit", 0), Bool("Bold", S.bold),
+        Bool("Italic", 0), Bool("Underline", 0), Str("InitialParent", R.parent));
 }
 
 template <const Row& R>
 constexpr auto RadioButtonRecord() {
     return PLATFORM_RECORD(
-        Str("Name", R.name), Int("Index", kNoIndex), Int("Left", R.left), Int("Top", R.top),
-        Int("Width", R.width), Int("Height", R.height), Bool("LockLeft", R.locks.left),
-        Bool("LockTop", R.locks.top), Bool("LockRight", R.locks.right),
-        Bool("LockBottom", R.locks.bottom), Int("TabIndex", R.tabIndex), Int("TabPanelIndex", 0),
-        Bool("TabStop", R.tabStop), Bool("AllowAutoDeactivate", 1), Str("Caption", R.text),
-        Bool("Enabled", R.enabled), Str("Tooltip", ""), Bool("Transparent", 1),
-        Bool("Visible", R.visible), Str("FontName", "System"), Single("FontSize", 12),
-        Enum8("FontUnit", 0), Bool("Bold", 0), Bool("Italic", 0), Bool("Underline", 0),
-        Bool("Value", 0), Str("InitialParent", R.parent));
+        Placement<R>(), TabOrder<R>(), Str("Caption", R.text), Bool("Enabled", R.enabled),
+        Str("Tooltip", ""), Bool("Transparent", 1), Bool("Visible", R.visible),
+        Str("FontName", "System"), Single("FontSize", 12), Enum8("FontUnit", 0), Bool("Bold", 0),
+        Bool("Italic", 0), Bool("Underline", 0), Bool("Value", 0), Str("InitialParent", R.parent));
 }
 
 }  // namespace layout

@@ -1,8 +1,6 @@
 #include "control/control_wnd.h"
 
 #include <array>
-#include <memory>
-#include <string_view>
 
 #include "control/control_records.h"
 #include "platform/core/delegate.h"
@@ -21,20 +19,6 @@ using platform::RadioButton;
 using platform::Separator;
 using platform::TextField;
 
-ControlWnd& ControlWnd::Instance() {
-    RegisterClass();
-    return platform::RuntimeCheckCast<ControlWnd>(&platform::ImplicitWindow(kClassName));
-}
-
-void ControlWnd::RegisterClass() {
-    platform::RegisterWindowClass(kClassName, [] { return std::make_unique<ControlWnd>(); });
-}
-
-const platform::ClassInfo& ControlWnd::StaticClass() {
-    static const platform::ClassInfo info{kClassName, &platform::Window::StaticClass(), {}};
-    return info;
-}
-
 // The bar goes in before the record, so the window's first show already carries it.
 void ControlWnd::Layout() {
     MenuBar(&Menu::Instance());
@@ -45,13 +29,6 @@ void ControlWnd::CreateControls() {
     _CreateControls0();
     _CreateControls1();
     NameControlsForScreenReaders();
-}
-
-// Allocates the control, adds it under its name and hands it back as found by that name.
-template <class C>
-C& ControlWnd::Create(const std::string& name) {
-    _AddControl(name, __New<C>());
-    return platform::RuntimeCheckCast<C>(_ControlByName(name));
 }
 
 // Controls 1 to 30, in table order. Each gets its record before its handlers, and its handlers
@@ -133,45 +110,44 @@ void ControlWnd::NameControlsForScreenReaders() {
         {"PushButton1", "Show the t-test information"},
     }};
     for (const Spoken& spoken : kSpoken) {
-        platform::RuntimeCheckCast<platform::RectControl>(_ControlByName(spoken.control))
-            .AccessibleName(spoken.name);
+        Named<platform::RectControl>(spoken.control).AccessibleName(spoken.name);
     }
 }
 
 // clang-format off
-Label& ControlWnd::n2text() { return platform::RuntimeCheckCast<Label>(_ControlByName("n2text")); }
-TextField& ControlWnd::rfld() { return platform::RuntimeCheckCast<TextField>(_ControlByName("rfld")); }
-GroupBox& ControlWnd::GroupBox2() { return platform::RuntimeCheckCast<GroupBox>(_ControlByName("GroupBox2")); }
-TextField& ControlWnd::m2fld() { return platform::RuntimeCheckCast<TextField>(_ControlByName("m2fld")); }
-TextField& ControlWnd::sd2fld() { return platform::RuntimeCheckCast<TextField>(_ControlByName("sd2fld")); }
-TextField& ControlWnd::n2fld() { return platform::RuntimeCheckCast<TextField>(_ControlByName("n2fld")); }
-Label& ControlWnd::StaticText3() { return platform::RuntimeCheckCast<Label>(_ControlByName("StaticText3")); }
-Label& ControlWnd::StaticText4() { return platform::RuntimeCheckCast<Label>(_ControlByName("StaticText4")); }
-Separator& ControlWnd::Sep2() { return platform::RuntimeCheckCast<Separator>(_ControlByName("Sep2")); }
-Label& ControlWnd::rtext() { return platform::RuntimeCheckCast<Label>(_ControlByName("rtext")); }
-GroupBox& ControlWnd::GroupBox1() { return platform::RuntimeCheckCast<GroupBox>(_ControlByName("GroupBox1")); }
-TextField& ControlWnd::m1fld() { return platform::RuntimeCheckCast<TextField>(_ControlByName("m1fld")); }
-TextField& ControlWnd::sd1fld() { return platform::RuntimeCheckCast<TextField>(_ControlByName("sd1fld")); }
-TextField& ControlWnd::n1fld() { return platform::RuntimeCheckCast<TextField>(_ControlByName("n1fld")); }
-Label& ControlWnd::StaticText1() { return platform::RuntimeCheckCast<Label>(_ControlByName("StaticText1")); }
-Label& ControlWnd::StaticText2() { return platform::RuntimeCheckCast<Label>(_ControlByName("StaticText2")); }
-Label& ControlWnd::StaticText7() { return platform::RuntimeCheckCast<Label>(_ControlByName("StaticText7")); }
-Separator& ControlWnd::Sep1() { return platform::RuntimeCheckCast<Separator>(_ControlByName("Sep1")); }
-Canvas& ControlWnd::HalbrineTitle() { return platform::RuntimeCheckCast<Canvas>(_ControlByName("HalbrineTitle")); }
-PushButton& ControlWnd::CalcBtn() { return platform::RuntimeCheckCast<PushButton>(_ControlByName("CalcBtn")); }
-PushButton& ControlWnd::ClearBtn() { return platform::RuntimeCheckCast<PushButton>(_ControlByName("ClearBtn")); }
-Label& ControlWnd::copyright() { return platform::RuntimeCheckCast<Label>(_ControlByName("copyright")); }
-TextField& ControlWnd::tfld() { return platform::RuntimeCheckCast<TextField>(_ControlByName("tfld")); }
-TextField& ControlWnd::pfld() { return platform::RuntimeCheckCast<TextField>(_ControlByName("pfld")); }
-Label& ControlWnd::dtail() { return platform::RuntimeCheckCast<Label>(_ControlByName("dtail")); }
-RadioButton& ControlWnd::IBtn() { return platform::RuntimeCheckCast<RadioButton>(_ControlByName("IBtn")); }
-RadioButton& ControlWnd::RBtn() { return platform::RuntimeCheckCast<RadioButton>(_ControlByName("RBtn")); }
-GroupBox& ControlWnd::typeBox() { return platform::RuntimeCheckCast<GroupBox>(_ControlByName("typeBox")); }
-Label& ControlWnd::ttext() { return platform::RuntimeCheckCast<Label>(_ControlByName("ttext")); }
-TextField& ControlWnd::dfFld() { return platform::RuntimeCheckCast<TextField>(_ControlByName("dfFld")); }
-Label& ControlWnd::dfText() { return platform::RuntimeCheckCast<Label>(_ControlByName("dfText")); }
-Label& ControlWnd::StaticText5() { return platform::RuntimeCheckCast<Label>(_ControlByName("StaticText5")); }
-PushButton& ControlWnd::PushButton1() { return platform::RuntimeCheckCast<PushButton>(_ControlByName("PushButton1")); }
+Label& ControlWnd::n2text() { return Named<Label>("n2text"); }
+TextField& ControlWnd::rfld() { return Named<TextField>("rfld"); }
+GroupBox& ControlWnd::GroupBox2() { return Named<GroupBox>("GroupBox2"); }
+TextField& ControlWnd::m2fld() { return Named<TextField>("m2fld"); }
+TextField& ControlWnd::sd2fld() { return Named<TextField>("sd2fld"); }
+TextField& ControlWnd::n2fld() { return Named<TextField>("n2fld"); }
+Label& ControlWnd::StaticText3() { return Named<Label>("StaticText3"); }
+Label& ControlWnd::StaticText4() { return Named<Label>("StaticText4"); }
+Separator& ControlWnd::Sep2() { return Named<Separator>("Sep2"); }
+Label& ControlWnd::rtext() { return Named<Label>("rtext"); }
+GroupBox& ControlWnd::GroupBox1() { return Named<GroupBox>("GroupBox1"); }
+TextField& ControlWnd::m1fld() { return Named<TextField>("m1fld"); }
+TextField& ControlWnd::sd1fld() { return Named<TextField>("sd1fld"); }
+TextField& ControlWnd::n1fld() { return Named<TextField>("n1fld"); }
+Label& ControlWnd::StaticText1() { return Named<Label>("StaticText1"); }
+Label& ControlWnd::StaticText2() { return Named<Label>("StaticText2"); }
+Label& ControlWnd::StaticText7() { return Named<Label>("StaticText7"); }
+Separator& ControlWnd::Sep1() { return Named<Separator>("Sep1"); }
+Canvas& ControlWnd::HalbrineTitle() { return Named<Canvas>("HalbrineTitle"); }
+PushButton& ControlWnd::CalcBtn() { return Named<PushButton>("CalcBtn"); }
+PushButton& ControlWnd::ClearBtn() { return Named<PushButton>("ClearBtn"); }
+Label& ControlWnd::copyright() { return Named<Label>("copyright"); }
+TextField& ControlWnd::tfld() { return Named<TextField>("tfld"); }
+TextField& ControlWnd::pfld() { return Named<TextField>("pfld"); }
+Label& ControlWnd::dtail() { return Named<Label>("dtail"); }
+RadioButton& ControlWnd::IBtn() { return Named<RadioButton>("IBtn"); }
+RadioButton& ControlWnd::RBtn() { return Named<RadioButton>("RBtn"); }
+GroupBox& ControlWnd::typeBox() { return Named<GroupBox>("typeBox"); }
+Label& ControlWnd::ttext() { return Named<Label>("ttext"); }
+TextField& ControlWnd::dfFld() { return Named<TextField>("dfFld"); }
+Label& ControlWnd::dfText() { return Named<Label>("dfText"); }
+Label& ControlWnd::StaticText5() { return Named<Label>("StaticText5"); }
+PushButton& ControlWnd::PushButton1() { return Named<PushButton>("PushButton1"); }
 // clang-format on
 
 // The item of that name anywhere in the window's bar, cast to its class.
@@ -206,18 +182,5 @@ QuitMenuItem& ControlWnd::FileQuit() { return MenuItemNamed<QuitMenuItem>("FileQ
 MenuItem& ControlWnd::FilePrint() { return MenuItemNamed<MenuItem>("FilePrint"); }
 MenuItem& ControlWnd::UntitledMenu3() { return MenuItemNamed<MenuItem>("UntitledMenu3"); }
 // clang-format on
-
-// The runtime of this platform keeps no table of implemented events, so the class answers for
-// itself: the six window events it overrides.
-bool ControlWnd::IsEventImplemented(const std::string& name) const {
-    static constexpr std::array<std::string_view, 6> kImplemented{
-        "Layout", "CreateControls", "AddMenuHandlers", "Close", "Activate", "EnableMenuItems"};
-    for (std::string_view event : kImplemented) {
-        if (event == name) {
-            return true;
-        }
-    }
-    return false;
-}
 
 }  // namespace korvane

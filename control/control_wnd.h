@@ -15,14 +15,9 @@
 
 namespace korvane {
 
-class ControlWnd : public platform::Window {
+class ControlWnd : public platform::WindowClass<ControlWnd> {
   public:
     static constexpr const char* kClassName = "ControlWnd.ControlWnd";
-    static ControlWnd& Instance();  // the accessor: the living instance, built on first use
-    static void RegisterClass();    // the class table (an initialiser of the run); idempotent
-
-    static const platform::ClassInfo& StaticClass();
-    const platform::ClassInfo& Class() const override { return StaticClass(); }
 
     void Layout() override;
     void CreateControls() override;
@@ -103,17 +98,15 @@ class ControlWnd : public platform::Window {
     void Event_Close() override;
     void Event_Activate() override;
     void Event_EnableMenuItems() override;
+    // The events overridden here, for IsEventImplemented.
+    static constexpr platform::EventNames<6> kImplementedEvents{
+        "Layout", "CreateControls", "AddMenuHandlers", "Close", "Activate", "EnableMenuItems"};
     bool _AboutMenuItem_Action();
     bool _AboutHalbrine_Action();
-
-    // Whether this class implements the window event of that name ("Close", "Activate", ...).
-    bool IsEventImplemented(const std::string& name) const;
 
   private:
     void _CreateControls0();
     void _CreateControls1();
-    template <class C>
-    C& Create(const std::string& name);
     template <class Item>
     Item& MenuItemNamed(const std::string& name) const;
     void ShowCommonEntryControls();

@@ -1,7 +1,5 @@
 #include "windows/about_wnd.h"
 
-#include <array>
-#include <memory>
 #include <string_view>
 
 #include "platform/core/delegate.h"
@@ -80,37 +78,18 @@ void AboutWnd::_wrapper_Timer1::Attach(platform::Window& window, const std::stri
     _SetWindow(&window);
 }
 
-AboutWnd& AboutWnd::Instance() {
-    return platform::RuntimeCheckCast<AboutWnd>(&platform::ImplicitWindow(kClassName));
-}
-
-void AboutWnd::RegisterClass() {
-    platform::RegisterWindowClass(kClassName, [] { return std::make_unique<AboutWnd>(); });
-}
-
-const platform::ClassInfo& AboutWnd::StaticClass() {
-    static const platform::ClassInfo info{kClassName, &platform::Window::StaticClass(), {}};
-    return info;
-}
-
 void AboutWnd::Layout() {
     platform::ApplyRecord(*this, kWindowRecord.view());
 }
 
 void AboutWnd::CreateControls() {
-    _CreateControls0();
-}
+    platform::ApplyRecord(Create<platform::Label>("StaticText5"), kStaticText5Record.view());
 
-void AboutWnd::_CreateControls0() {
-    _AddControl("StaticText5", __New<platform::Label>());
-    platform::ApplyRecord(StaticText5(), kStaticText5Record.view());
-
-    _AddControl("Canvas1", __New<platform::Canvas>());
-    Canvas1().Backdrop(tlarge());  // before the record; a missing picture leaves it empty
+    // Before the record; a missing picture leaves it empty.
+    Create<platform::Canvas>("Canvas1").Backdrop(tlarge());
     platform::ApplyRecord(Canvas1(), kCanvas1Record.view());
 
-    _AddControl("Timer1", __New<_wrapper_Timer1>());
-    platform::ApplyRecord(Timer1(), kTimer1Record.view());
+    platform::ApplyRecord(Create<_wrapper_Timer1>("Timer1"), kTimer1Record.view());
     Timer1().Action = platform::Delegate(*this, &AboutWnd::Timer1_Action);
 }
 
@@ -119,15 +98,15 @@ void AboutWnd::AddMenuHandlers() {
 }
 
 platform::Label& AboutWnd::StaticText5() {
-    return platform::RuntimeCheckCast<platform::Label>(_ControlByName("StaticText5"));
+    return Named<platform::Label>("StaticText5");
 }
 
 platform::Canvas& AboutWnd::Canvas1() {
-    return platform::RuntimeCheckCast<platform::Canvas>(_ControlByName("Canvas1"));
+    return Named<platform::Canvas>("Canvas1");
 }
 
 platform::Timer& AboutWnd::Timer1() {
-    return platform::RuntimeCheckCast<platform::Timer>(_ControlByName("Timer1"));
+    return Named<platform::Timer>("Timer1");
 }
 
 void AboutWnd::Timer1_Action(platform::Timer& /*timer*/) {
@@ -149,19 +128,6 @@ bool AboutWnd::Event_MouseDown(std::int64_t /*x*/, std::int64_t /*y*/) {
 
 bool AboutWnd::_AboutMenuItem_Action() {
     Instance().Show();
-    return false;
-}
-
-// The runtime of this platform keeps no table of implemented events, so the class answers for
-// itself: the five window events it overrides.
-bool AboutWnd::IsEventImplemented(const std::string& name) const {
-    static constexpr std::array<std::string_view, 5> kImplemented{
-        "Layout", "CreateControls", "AddMenuHandlers", "KeyDown", "MouseDown"};
-    for (std::string_view event : kImplemented) {
-        if (event == name) {
-            return true;
-        }
-    }
     return false;
 }
 

@@ -13,17 +13,16 @@
 
 namespace korvane {
 
-class AboutWnd : public platform::Window {
+class AboutWnd : public platform::WindowClass<AboutWnd> {
   public:
     static constexpr const char* kClassName = "AboutWnd.AboutWnd";
     static constexpr const char* kAttribution = "\xC2\xA9 2026 The Korvane developers";
 
     // The timer as it stands among the window's controls: it knows its window only weakly, so it
     // does not keep the window alive.
-    class _wrapper_Timer1 : public platform::Timer {
+    class _wrapper_Timer1 : public platform::Classed<_wrapper_Timer1, platform::Timer> {
       public:
         static const platform::ClassInfo& StaticClass();
-        const platform::ClassInfo& Class() const override { return StaticClass(); }
 
         void _SetWindow(platform::Window* window);
         platform::Window* Window() const;  // nil once the window is gone
@@ -36,29 +35,24 @@ class AboutWnd : public platform::Window {
         platform::WeakRef ownerWindow;
     };
 
-    static AboutWnd& Instance();  // the accessor: the living instance, built on first use
-    static void RegisterClass();  // the class table (an initialiser of the run)
-
-    static const platform::ClassInfo& StaticClass();
-    const platform::ClassInfo& Class() const override { return StaticClass(); }
+    // The accessor: the living instance, built on first use. Unlike the other windows it leaves
+    // registering the class to the run's initialisers.
+    static AboutWnd& Instance() { return Implicit(); }
 
     void Layout() override;
     void CreateControls() override;
     void AddMenuHandlers() override;
     bool Event_KeyDown(const std::string& key) override;            // every key; always false
     bool Event_MouseDown(std::int64_t x, std::int64_t y) override;  // anywhere; always false
+    // The events overridden here, for IsEventImplemented.
+    static constexpr platform::EventNames<5> kImplementedEvents{
+        "Layout", "CreateControls", "AddMenuHandlers", "KeyDown", "MouseDown"};
 
     platform::Label& StaticText5();
     platform::Canvas& Canvas1();
     platform::Timer& Timer1();
     void Timer1_Action(platform::Timer& timer);
     bool _AboutMenuItem_Action();  // shows the window again; false
-
-    // Whether this class implements the window event of that name ("KeyDown", "Close", ...).
-    bool IsEventImplemented(const std::string& name) const;
-
-  private:
-    void _CreateControls0();
 };
 
 }  // namespace korvane

@@ -11,7 +11,7 @@
 
 namespace korvane {
 
-class Menu : public platform::MenuBar {
+class Menu : public platform::Classed<Menu, platform::MenuBar> {
   public:
     static Menu& Instance();
     // Drops the instance, so that the next Instance() builds the bar anew: an initialiser of the
@@ -20,7 +20,6 @@ class Menu : public platform::MenuBar {
     static void ResetForTests() { ResetImplicitInstance(); }  // the same, under its older name
 
     static const platform::ClassInfo& StaticClass();  // the class table; base MenuBar
-    const platform::ClassInfo& Class() const override { return StaticClass(); }
 
     void Constructor() override;  // Untitled0 to Untitled4, in that order
 

@@ -1,7 +1,5 @@
 #include "windows/qwindow.h"
 
-#include <array>
-#include <memory>
 #include <string_view>
 
 #include "platform/core/record.h"
@@ -59,20 +57,6 @@ constexpr auto kCanvas1Record = PLATFORM_RECORD(
 
 }  // namespace
 
-Qwindow& Qwindow::Instance() {
-    RegisterClass();
-    return platform::RuntimeCheckCast<Qwindow>(&platform::ImplicitWindow(kClassName));
-}
-
-void Qwindow::RegisterClass() {
-    platform::RegisterWindowClass(kClassName, [] { return std::make_unique<Qwindow>(); });
-}
-
-const platform::ClassInfo& Qwindow::StaticClass() {
-    static const platform::ClassInfo info{kClassName, &platform::Window::StaticClass(), {}};
-    return info;
-}
-
 const std::string& Qwindow::InformationText() {
     static const std::string text(kInformationText);
     return text;
@@ -82,25 +66,19 @@ void Qwindow::Layout() {
     platform::ApplyRecord(*this, kWindowRecord.view());
 }
 
-void Qwindow::CreateControls() {
-    _CreateControls0();
-}
-
 // A missing formula picture leaves Canvas1 empty; the window is built and shown all the same.
-void Qwindow::_CreateControls0() {
-    _AddControl("StaticText1", __New<platform::TextArea>());
-    platform::ApplyRecord(StaticText1(), kStaticText1Record.view());
-    _AddControl("Canvas1", __New<platform::Canvas>());
-    Canvas1().Backdrop(tformula());  // the picture goes in before the record
+void Qwindow::CreateControls() {
+    platform::ApplyRecord(Create<platform::TextArea>("StaticText1"), kStaticText1Record.view());
+    Create<platform::Canvas>("Canvas1").Backdrop(tformula());  // the picture before the record
     platform::ApplyRecord(Canvas1(), kCanvas1Record.view());
 }
 
 platform::TextArea& Qwindow::StaticText1() {
-    return platform::RuntimeCheckCast<platform::TextArea>(_ControlByName("StaticText1"));
+    return Named<platform::TextArea>("StaticText1");
 }
 
 platform::Canvas& Qwindow::Canvas1() {
-    return platform::RuntimeCheckCast<platform::Canvas>(_ControlByName("Canvas1"));
+    return Named<platform::Canvas>("Canvas1");
 }
 
 // Hiding, not closing: the platform keeps a window that hid itself here, so the one instance
@@ -114,19 +92,6 @@ bool Qwindow::Event_MouseDown(std::int64_t, std::int64_t) {
 }
 
 bool Qwindow::Event_KeyDown(const std::string&) {
-    return false;
-}
-
-// The runtime of this platform keeps no table of implemented events, so the class answers for
-// itself: the five window events it overrides.
-bool Qwindow::IsEventImplemented(const std::string& name) const {
-    static constexpr std::array<std::string_view, 5> kImplemented{"Layout", "CreateControls",
-                                                                  "Close", "MouseDown", "KeyDown"};
-    for (std::string_view event : kImplemented) {
-        if (event == name) {
-            return true;
-        }
-    }
     return false;
 }
 

@@ -11,32 +11,24 @@
 
 namespace korvane {
 
-class Qwindow : public platform::Window {
+class Qwindow : public platform::WindowClass<Qwindow> {
   public:
     static constexpr const char* kClassName = "Qwindow.Qwindow";
-    static Qwindow& Instance();   // the accessor: the living instance, built on first use
-    static void RegisterClass();  // the class table (an initialiser of the run); idempotent
-
-    static const platform::ClassInfo& StaticClass();
-    const platform::ClassInfo& Class() const override { return StaticClass(); }
 
     void Layout() override;
     void CreateControls() override;
     void Event_Close() override;
     bool Event_MouseDown(std::int64_t x, std::int64_t y) override;
     bool Event_KeyDown(const std::string& key) override;
+    // The events overridden here, for IsEventImplemented.
+    static constexpr platform::EventNames<5> kImplementedEvents{"Layout", "CreateControls", "Close",
+                                                                "MouseDown", "KeyDown"};
 
     platform::TextArea& StaticText1();
     platform::Canvas& Canvas1();
 
-    // Whether this class implements the window event of that name ("Close", "KeyDown", ...).
-    bool IsEventImplemented(const std::string& name) const;
-
     // The text of StaticText1: the citation, two carriage returns, the attribution and a blank.
     static const std::string& InformationText();
-
-  private:
-    void _CreateControls0();
 };
 
 }  // namespace korvane

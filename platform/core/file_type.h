@@ -28,10 +28,9 @@ void RuntimeDeregisterFileType(const std::string& name);
 const std::vector<FileTypeRegistration>& RegisteredFileTypes();  // in registration order
 void ClearFileTypeRegistry();                                    // between tests
 
-class FileType : public Object {
+class FileType : public Classed<FileType> {
   public:
     static const ClassInfo& StaticClass();
-    const ClassInfo& Class() const override { return StaticClass(); }
 
     void Name(const std::string& v) { Assign(name_, v); }
     const std::string& Name() const { return name_; }

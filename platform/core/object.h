@@ -64,6 +64,15 @@ class Object {
     std::shared_ptr<Object*> alive_;  // WeakRefs watch this; it dies with the object
 };
 
+// The base of a class with a class table of its own: Class() answers Self::StaticClass(), so
+// Self only declares StaticClass().
+template <class Self, class Base = Object>
+class Classed : public Base {
+  public:
+    using Base::Base;
+    const ClassInfo& Class() const override { return Self::StaticClass(); }
+};
+
 // A reference that does not keep its object alive: Value() is the object while it lives,
 // nil (nullptr) once it is gone.
 class WeakRef {

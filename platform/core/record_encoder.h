@@ -7,8 +7,9 @@
 // A field maker (Int, Bool, Enum8, Color, Single, Double, Str) pairs a property name with its
 // value in the form the target class declares for it. PLATFORM_RECORD lays the fields out in the
 // stored format that record.h describes and the reader expects: one leading byte min(n, 255),
-// then the n bytes of the fields in the order given. A name that is not ASCII letters, a colour
-// above 0xFFFFFF or a string over 4 GiB stops the build.
+// then the n bytes of the fields in the order given. A std::array<Field, N> among the fields
+// stands for the fields it holds, so fields that several records share are written once. A name
+// that is not ASCII letters, a colour above 0xFFFFFF or a string over 4 GiB stops the build.
 //
 // The macro evaluates its fields twice (once to size the record, once to fill it) inside a
 // lambda, so they take literals, constants of namespace or class scope and template parameters,
@@ -21,6 +22,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <type_traits>
 
 namespace platform::rec {
 
@@ -96,9 +98,30 @@ constexpr Field Str(std::string_view name, std::string_view utf8) {
 
 namespace detail {
 
-template <std::same_as<Field>... Fields>
-constexpr std::array<Field, sizeof...(Fields)> FieldList(const Fields&... fields) {
-    return {fields...};
+template <class Part>
+inline constexpr std::size_t kFieldCount = 0;  // neither a field nor a group: no record part
+template <>
+inline constexpr std::size_t kFieldCount<Field> = 1;
+template <std::size_t N>
+inline constexpr std::size_t kFieldCount<std::array<Field, N>> = N;
+
+// The fields in the order given; a group (std::array<Field, N>) stands for its fields in turn.
+template <class... Parts>
+constexpr auto FieldList(const Parts&... parts) {
+    static_assert(((kFieldCount<Parts> > 0) && ...), "a record holds fields and groups of fields");
+    std::array<Field, (std::size_t{0} + ... + kFieldCount<Parts>)> fields{};
+    std::size_t pos = 0;
+    [[maybe_unused]] const auto append = [&](const auto& part) {  // unused by an empty record
+        if constexpr (std::same_as<std::remove_cvref_t<decltype(part)>, Field>) {
+            fields[pos++] = part;
+        } else {
+            for (const Field& field : part) {
+                fields[pos++] = field;
+            }
+        }
+    };
+    (append(parts), ...);
+    return fields;
 }
 
 constexpr bool IsName(std::string_view name) {
@@ -151,6 +174,13 @@ constexpr auto Encode(MakeFields) {
 }
 
 }  // namespace detail
+
+// Fields that several records share, to be written once and placed among a record's fields.
+template <class... Parts>
+constexpr auto Fields(const Parts&... parts) {
+    return detail::FieldList(parts...);
+}
+
 }  // namespace platform::rec
 
 // The constexpr local makes every use a compile-time encoding, also outside constant contexts.

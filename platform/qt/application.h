@@ -13,12 +13,11 @@ namespace platform {
 
 class MenuBar;
 
-class Application : public Object {
+class Application : public Classed<Application> {
   public:
     Application();  // ApplicationInitializer: the platform's part of the object's creation
     ~Application() override;
     static const ClassInfo& StaticClass();
-    const ClassInfo& Class() const override { return StaticClass(); }
 
     virtual void Constructor() {}
 

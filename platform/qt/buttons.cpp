@@ -1,6 +1,5 @@
 #include <QMouseEvent>
 
-#include "platform/core/recorder.h"
 #include "platform/qt/control_widgets.h"
 #include "platform/qt/controls.h"
 #include "platform/qt/qt_support.h"
@@ -11,11 +10,17 @@ namespace platform {
 
 namespace {
 
-QPushButton& Button(PushButton& button) {
-    return *static_cast<QPushButton*>(button.Widget());
-}
-QRadioButton& Radio(RadioButton& radio) {
-    return *static_cast<QRadioButton*>(radio.Widget());
+constexpr auto Button = &qt::WidgetOf<QPushButton>;
+constexpr auto Radio = &qt::WidgetOf<QRadioButton>;
+
+// A click raises the control's Action, if it has one.
+template <class C>
+void RaiseActionOnClick(C& control, QAbstractButton& button) {
+    QObject::connect(&button, &QAbstractButton::clicked, control.Widget(), [&control] {
+        if (control.Action) {
+            ProtectedCall([&control] { control.Action(control); });
+        }
+    });
 }
 
 // Qt keeps one radio button of an exclusive group checked; code may clear them all, so the
@@ -94,13 +99,9 @@ bool PressDefaultButton(Window& window) {
 
 }  // namespace qt
 
-PushButton::PushButton() : RectControl(new qt::ButtonWidget(this)) {
+PushButton::PushButton() : Classed(new qt::ButtonWidget(this)) {
     Button(*this).setAutoDefault(false);
-    QObject::connect(&Button(*this), &QAbstractButton::clicked, widget_, [this] {
-        if (Action) {
-            ProtectedCall([this] { Action(*this); });
-        }
-    });
+    RaiseActionOnClick(*this, Button(*this));
 }
 
 const ClassInfo& PushButton::StaticClass() {
@@ -130,14 +131,10 @@ bool PushButton::Default() const {
     return static_cast<const qt::ButtonWidget*>(widget_)->isDefault;
 }
 
-RadioButton::RadioButton() : RectControl(new qt::RadioWidget(this)) {
+RadioButton::RadioButton() : Classed(new qt::RadioWidget(this)) {
     Radio(*this).setAutoExclusive(true);  // the radio buttons of one parent exclude each other
     // clicked comes from the user alone (also on a button already on), never from setChecked.
-    QObject::connect(&Radio(*this), &QAbstractButton::clicked, widget_, [this] {
-        if (Action) {
-            ProtectedCall([this] { Action(*this); });
-        }
-    });
+    RaiseActionOnClick(*this, Radio(*this));
 }
 
 const ClassInfo& RadioButton::StaticClass() {
@@ -153,8 +150,7 @@ const ClassInfo& RadioButton::StaticClass() {
 }
 
 void RadioButton::Value(bool on) {
-    _UITrap();
-    recorder::Note(name_ + ".Value=" + (on ? "1" : "0"));
+    Operation(std::string("Value=") + (on ? "1" : "0"));
     SetChecked(*this, on);
 }
 

@@ -40,6 +40,12 @@ PropertyDef Prop(std::string_view name, F) {
                        }};
 }
 
+// The control's widget as the Qt class it was made with.
+template <class W>
+W& WidgetOf(const RectControl& control) {
+    return *static_cast<W*>(control.Widget());
+}
+
 // Captions of buttons and frames: '&' is shown as itself, never as a mnemonic.
 QString CaptionText(const std::string& caption);
 std::string CaptionOf(const QString& text);

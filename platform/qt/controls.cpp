@@ -389,6 +389,11 @@ const ClassInfo& Control::StaticClass() {
     return info;
 }
 
+void Control::Operation(const std::string& what) const {
+    _UITrap();
+    recorder::Note(name_ + "." + what);
+}
+
 void Control::Attach(Window& window, const std::string& name) {
     window_ = &window;
     name_ = name;
@@ -468,8 +473,7 @@ const ClassInfo& RectControl::StaticClass() {
 }
 
 void RectControl::Enabled(bool value) {
-    _UITrap();
-    recorder::Note(name_ + ".Enabled=" + Flag(value));
+    Operation(std::string("Enabled=") + Flag(value));
     SetEnabled(value);
 }
 
@@ -484,8 +488,7 @@ void RectControl::SetEnabled(bool v) {
 }
 
 void RectControl::Visible(bool value) {
-    _UITrap();
-    recorder::Note(name_ + ".Visible=" + Flag(value));
+    Operation(std::string("Visible=") + Flag(value));
     SetVisible(value);
 }
 
@@ -502,8 +505,7 @@ void RectControl::SetVisible(bool v) {
 }
 
 void RectControl::SetFocus() {
-    _UITrap();
-    recorder::Note(name_ + ".SetFocus");
+    Operation("SetFocus");
     if (widget_ != nullptr) {
         widget_->setFocus(Qt::OtherFocusReason);
     }
@@ -617,7 +619,7 @@ void RectControl::ApplyFocusPolicy() {
     widget_->setFocusPolicy(policy);
 }
 
-Label::Label() : RectControl(new qt::LabelWidget) {}
+Label::Label() : Classed(new qt::LabelWidget) {}
 
 const ClassInfo& Label::StaticClass() {
     static const ClassInfo info{
@@ -655,8 +657,7 @@ const ClassInfo& Label::StaticClass() {
 }
 
 void Label::Value(const std::string& text) {
-    _UITrap();
-    recorder::Note(name_ + ".Value=" + text);
+    Operation("Value=" + text);
     static_cast<QLabel*>(widget_)->setText(qt::ToQt(text));
 }
 
@@ -665,7 +666,7 @@ std::string Label::Value() const {
     return qt::FromQt(static_cast<QLabel*>(widget_)->text());
 }
 
-GroupBox::GroupBox() : RectControl(new qt::BoxWidget(this)) {}
+GroupBox::GroupBox() : Classed(new qt::BoxWidget(this)) {}
 
 const ClassInfo& GroupBox::StaticClass() {
     static const ClassInfo info{
@@ -684,14 +685,14 @@ std::string GroupBox::Caption() const {
     return qt::CaptionOf(static_cast<QGroupBox*>(widget_)->title());
 }
 
-Separator::Separator() : RectControl(new qt::SeparatorWidget) {}
+Separator::Separator() : Classed(new qt::SeparatorWidget) {}
 
 const ClassInfo& Separator::StaticClass() {
     static const ClassInfo info{"Separator", &RectControl::StaticClass(), {}};
     return info;
 }
 
-Canvas::Canvas() : RectControl(new qt::CanvasWidget(this)) {}
+Canvas::Canvas() : Classed(new qt::CanvasWidget(this)) {}
 
 const ClassInfo& Canvas::StaticClass() {
     static const ClassInfo info{

@@ -23,13 +23,12 @@ namespace platform {
 class Window;
 class Picture;
 
-class Control : public Object {
+class Control : public Classed<Control> {
   public:
     ~Control() override;
     // Record properties: Name, Index, InitialParent, TabPanelIndex, AllowAutoDeactivate, Tooltip,
     // and the stored-only ones every control record may carry.
     static const ClassInfo& StaticClass();
-    const ClassInfo& Class() const override { return StaticClass(); }
 
     const std::string& Name() const { return name_; }
     Window* TrueWindow() const { return window_; }
@@ -41,18 +40,21 @@ class Control : public Object {
     virtual void Attach(Window& window, const std::string& name);
 
   protected:
+    // Begins an operation the system's code calls: the UI trap, then "<name>.<what>" to the
+    // recorder.
+    void Operation(const std::string& what) const;
+
     Window* window_ = nullptr;
     std::string name_;
     std::int64_t index_ = 0;
 };
 
-class RectControl : public Control {
+class RectControl : public Classed<RectControl, Control> {
   public:
     ~RectControl() override;
     // Record properties: Left, Top, Width, Height, Lock*, TabIndex, TabStop, Enabled, Visible,
     // InitialParent, Transparent, AllowFocusRing, ...
     static const ClassInfo& StaticClass();
-    const ClassInfo& Class() const override { return StaticClass(); }
 
     void Enabled(bool value);
     bool Enabled() const;
@@ -104,23 +106,21 @@ class RectControl : public Control {
     RectControl* enclosure_ = nullptr;  // the frame it was gathered into, if any
 };
 
-class Label : public RectControl {
+class Label : public Classed<Label, RectControl> {
   public:
     Label();
     // Value (string), TextColor, FontSize, Bold, Italic, Underline, TextAlignment, Multiline, ...
     static const ClassInfo& StaticClass();
-    const ClassInfo& Class() const override { return StaticClass(); }
     void Value(const std::string& text);
     std::string Value() const;
 };
 
-class TextField : public RectControl {
+class TextField : public Classed<TextField, RectControl> {
   public:
     TextField();
     // Value (string), ReadOnly, TextColor, BackgroundColor, HasBorder, FontSize, Bold,
     // TextAlignment, Password, MaximumCharactersAllowed, ...
     static const ClassInfo& StaticClass();
-    const ClassInfo& Class() const override { return StaticClass(); }
     void Text(const std::string& text);  // raises no event
     std::string Text() const;
     bool ReadOnly() const;
@@ -131,39 +131,35 @@ class TextField : public RectControl {
     std::function<bool(TextField&, const std::string&)> KeyDown;
 };
 
-class TextArea : public RectControl {
+class TextArea : public Classed<TextArea, RectControl> {
   public:
     TextArea();
     static const ClassInfo& StaticClass();
-    const ClassInfo& Class() const override { return StaticClass(); }
     void Text(const std::string& text);
     std::string Text() const;
 };
 
-class GroupBox : public RectControl {
+class GroupBox : public Classed<GroupBox, RectControl> {
   public:
     GroupBox();
     // Caption, Bold, FontSize, ... A group box lies beneath the controls of its window, so a frame
     // drawn around window-level controls never swallows their clicks.
     static const ClassInfo& StaticClass();
-    const ClassInfo& Class() const override { return StaticClass(); }
     std::string Caption() const;
     std::function<bool(GroupBox&, std::int64_t, std::int64_t)> MouseDown;
 };
 
-class Separator : public RectControl {
+class Separator : public Classed<Separator, RectControl> {
   public:
     Separator();
     static const ClassInfo& StaticClass();
-    const ClassInfo& Class() const override { return StaticClass(); }
 };
 
-class PushButton : public RectControl {
+class PushButton : public Classed<PushButton, RectControl> {
   public:
     PushButton();
     // Caption, Default, Cancel, FontSize, Bold, ...
     static const ClassInfo& StaticClass();
-    const ClassInfo& Class() const override { return StaticClass(); }
     std::string Caption() const;
     bool Default() const;
     std::function<void(PushButton&)> Action;
@@ -171,12 +167,11 @@ class PushButton : public RectControl {
     std::function<bool(PushButton&, std::int64_t, std::int64_t)> MouseDown;
 };
 
-class RadioButton : public RectControl {
+class RadioButton : public Classed<RadioButton, RectControl> {
   public:
     RadioButton();
     // Caption, Value (boolean), ... The radio buttons of one parent exclude each other.
     static const ClassInfo& StaticClass();
-    const ClassInfo& Class() const override { return StaticClass(); }
     void Value(bool on);  // false really clears it; no Action is raised by code
     bool Value() const;
     std::string Caption() const;
@@ -185,11 +180,10 @@ class RadioButton : public RectControl {
     std::function<bool(RadioButton&, std::int64_t, std::int64_t)> MouseDown;
 };
 
-class Canvas : public RectControl {
+class Canvas : public Classed<Canvas, RectControl> {
   public:
     Canvas();
     static const ClassInfo& StaticClass();
-    const ClassInfo& Class() const override { return StaticClass(); }
     // Nil leaves the canvas empty; the picture is not owned. A screen reader hears the canvas as
     // the picture's description.
     void Backdrop(Picture* picture);
@@ -200,13 +194,12 @@ class Canvas : public RectControl {
 
 // A non-visual control. RunMode 0 is off, 1 fires once Period ms after it is started, 2 fires
 // every Period ms. Setting RunMode to 1 or 2 starts it; Reset starts the count again.
-class Timer : public Control {
+class Timer : public Classed<Timer, Control> {
   public:
     Timer();
     ~Timer() override;
     // Period, RunMode (alias Mode).
     static const ClassInfo& StaticClass();
-    const ClassInfo& Class() const override { return StaticClass(); }
     void Mode(std::int64_t mode);
     std::int64_t Mode() const;
     void Period(std::int64_t milliseconds);
@@ -224,11 +217,10 @@ class Timer : public Control {
 };
 
 // A picture from the application's resources.
-class Picture : public Object {
+class Picture : public Classed<Picture> {
   public:
     ~Picture() override;
     static const ClassInfo& StaticClass();
-    const ClassInfo& Class() const override { return StaticClass(); }
     // The picture of that file name among the pictures built into the program, or nullptr when it
     // is missing or unreadable.
     static std::unique_ptr<Picture> _OpenFromApp(const std::string& name);

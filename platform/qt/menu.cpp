@@ -322,6 +322,18 @@ const ClassInfo& MenuItem::StaticClass() {
     return info;
 }
 
+namespace {
+
+// A change the system's code makes to an item; the bar shows it at once.
+template <class T>
+void Change(MenuItem& item, T& field, const T& value) {
+    _UITrap();
+    field = value;
+    Refresh(item);
+}
+
+}  // namespace
+
 void MenuItem::Name(const std::string& v) {
     _UITrap();
     impl_->name = v;
@@ -332,9 +344,7 @@ const std::string& MenuItem::Name() const {
 }
 
 void MenuItem::Value(const std::string& v) {
-    _UITrap();
-    impl_->caption = v;
-    Refresh(*this);
+    Change(*this, impl_->caption, v);
 }
 
 const std::string& MenuItem::Value() const {
@@ -342,9 +352,7 @@ const std::string& MenuItem::Value() const {
 }
 
 void MenuItem::Shortcut(const std::string& v) {
-    _UITrap();
-    impl_->shortcut = v;
-    Refresh(*this);
+    Change(*this, impl_->shortcut, v);
 }
 
 const std::string& MenuItem::Shortcut() const {
@@ -352,9 +360,7 @@ const std::string& MenuItem::Shortcut() const {
 }
 
 void MenuItem::Visible(bool v) {
-    _UITrap();
-    impl_->visible = v;
-    Refresh(*this);
+    Change(*this, impl_->visible, v);
 }
 
 bool MenuItem::Visible() const {
@@ -372,9 +378,7 @@ bool MenuItem::AutoEnabled() const {
 }
 
 void MenuItem::Enabled(bool v) {
-    _UITrap();
-    impl_->enabled = v;
-    Refresh(*this);
+    Change(*this, impl_->enabled, v);
 }
 
 bool MenuItem::Enabled() const {

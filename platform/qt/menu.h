@@ -20,12 +20,11 @@
 
 namespace platform {
 
-class MenuItem : public Object {
+class MenuItem : public Classed<MenuItem> {
   public:
     MenuItem();
     ~MenuItem() override;
     static const ClassInfo& StaticClass();
-    const ClassInfo& Class() const override { return StaticClass(); }
 
     virtual void Constructor() {}
 
@@ -63,24 +62,21 @@ class MenuItem : public Object {
     std::unique_ptr<Impl> impl_;
 };
 
-class MenuBar : public MenuItem {
+class MenuBar : public Classed<MenuBar, MenuItem> {
   public:
     static const ClassInfo& StaticClass();
-    const ClassInfo& Class() const override { return StaticClass(); }
 };
 
 // An item for the application menu of a desktop that has one. Linux desktops have none: the item
 // stays in the tree and is not shown.
-class AppleMenuItem : public MenuItem {
+class AppleMenuItem : public Classed<AppleMenuItem, MenuItem> {
   public:
     static const ClassInfo& StaticClass();
-    const ClassInfo& Class() const override { return StaticClass(); }
 };
 
-class QuitMenuItem : public MenuItem {
+class QuitMenuItem : public Classed<QuitMenuItem, MenuItem> {
   public:
     static const ClassInfo& StaticClass();
-    const ClassInfo& Class() const override { return StaticClass(); }
     bool Event_Action() override;  // QuitMenuAction
     bool ActsByItself() const override;
 };

@@ -175,37 +175,21 @@ const QPalette& LightPalette() {
 }
 
 std::string KeyString(const QKeyEvent& event) {
-    switch (event.key()) {
-        case Qt::Key_Backspace:
-            return "\x08";
-        case Qt::Key_Tab:
-        case Qt::Key_Backtab:
-            return "\x09";
-        case Qt::Key_Return:
-        case Qt::Key_Enter:
-            return "\x0d";
-        case Qt::Key_Escape:
-            return "\x1b";
-        case Qt::Key_Left:
-            return "\x1c";
-        case Qt::Key_Right:
-            return "\x1d";
-        case Qt::Key_Up:
-            return "\x1e";
-        case Qt::Key_Down:
-            return "\x1f";
-        case Qt::Key_Delete:
-            return "\x7f";
-        case Qt::Key_Home:
-            return "\x01";
-        case Qt::Key_End:
-            return "\x04";
-        case Qt::Key_PageUp:
-            return "\x0b";
-        case Qt::Key_PageDown:
-            return "\x0c";
-        default:
-            break;
+    // The keys without a character of their own, and the control character each stands for.
+    struct NamedKey {
+        int key;
+        char code;
+    };
+    static constexpr NamedKey kNamed[] = {
+        {Qt::Key_Backspace, 0x08}, {Qt::Key_Tab, 0x09},    {Qt::Key_Backtab, 0x09},
+        {Qt::Key_Return, 0x0d},    {Qt::Key_Enter, 0x0d},  {Qt::Key_Escape, 0x1b},
+        {Qt::Key_Left, 0x1c},      {Qt::Key_Right, 0x1d},  {Qt::Key_Up, 0x1e},
+        {Qt::Key_Down, 0x1f},      {Qt::Key_Delete, 0x7f}, {Qt::Key_Home, 0x01},
+        {Qt::Key_End, 0x04},       {Qt::Key_PageUp, 0x0b}, {Qt::Key_PageDown, 0x0c}};
+    for (const NamedKey& named : kNamed) {
+        if (event.key() == named.key) {
+            return std::string(1, named.code);
+        }
     }
     const QString text = event.text();
     if (text.isEmpty() || !IsPrintable(text.front())) {

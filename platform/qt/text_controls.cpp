@@ -2,7 +2,6 @@
 #include <QTextDocument>
 #include <QTextOption>
 
-#include "platform/core/recorder.h"
 #include "platform/qt/control_widgets.h"
 #include "platform/qt/controls.h"
 #include "platform/qt/qt_support.h"
@@ -13,12 +12,8 @@ namespace platform {
 
 namespace {
 
-QLineEdit& Edit(TextField& field) {
-    return *static_cast<QLineEdit*>(field.Widget());
-}
-QTextEdit& Area(TextArea& area) {
-    return *static_cast<QTextEdit*>(area.Widget());
-}
+constexpr auto Edit = &qt::WidgetOf<QLineEdit>;
+constexpr auto Area = &qt::WidgetOf<QTextEdit>;
 
 // Texts of this program end their lines with a carriage return, Qt's documents with a newline:
 // a text area converts both ways, so what code sets is what it reads back.
@@ -71,7 +66,7 @@ bool FieldWidget::event(QEvent* event) {
 
 }  // namespace qt
 
-TextField::TextField() : RectControl(new qt::FieldWidget(this)) {
+TextField::TextField() : Classed(new qt::FieldWidget(this)) {
     Edit(*this).setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 }
 
@@ -112,8 +107,7 @@ const ClassInfo& TextField::StaticClass() {
 }
 
 void TextField::Text(const std::string& text) {
-    _UITrap();
-    recorder::Note(name_ + ".Text=" + text);
+    Operation("Text=" + text);
     Edit(*this).setText(qt::ToQt(text));
 }
 
@@ -126,7 +120,7 @@ bool TextField::ReadOnly() const {
     return static_cast<const QLineEdit*>(widget_)->isReadOnly();
 }
 
-TextArea::TextArea() : RectControl(new qt::AreaWidget) {
+TextArea::TextArea() : Classed(new qt::AreaWidget) {
     QTextEdit& area = Area(*this);
     area.setAcceptRichText(false);
     area.setTabChangesFocus(true);
@@ -182,8 +176,7 @@ const ClassInfo& TextArea::StaticClass() {
 }
 
 void TextArea::Text(const std::string& text) {
-    _UITrap();
-    recorder::Note(name_ + ".Text=" + text);
+    Operation("Text=" + text);
     Area(*this).setPlainText(PlainText(text));
 }
 

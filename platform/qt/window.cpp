@@ -255,6 +255,12 @@ struct Window::Impl {
         return (bar != nullptr && !bar->isHidden()) ? bar->sizeHint().height() : 0;
     }
 
+    // Sets one of the six sizes a record gives, kept within what Qt takes.
+    void Resize(int& size, std::int64_t v) {
+        size = static_cast<int>(std::clamp<std::int64_t>(v, 0, QWIDGETSIZE_MAX));
+        ApplySize();
+    }
+
     // The content stays Width x Height; a menu bar adds to the frame, not to the content.
     void ApplySize() {
         const int extra = MenuBarHeight();
@@ -555,33 +561,27 @@ Control* Window::ControlAt(std::size_t index) const {
 }
 
 void Window::SetWidth(std::int64_t v) {
-    impl_->width = static_cast<int>(std::clamp<std::int64_t>(v, 0, QWIDGETSIZE_MAX));
-    impl_->ApplySize();
+    impl_->Resize(impl_->width, v);
 }
 
 void Window::SetHeight(std::int64_t v) {
-    impl_->height = static_cast<int>(std::clamp<std::int64_t>(v, 0, QWIDGETSIZE_MAX));
-    impl_->ApplySize();
+    impl_->Resize(impl_->height, v);
 }
 
 void Window::SetMinimumWidth(std::int64_t v) {
-    impl_->minWidth = static_cast<int>(std::clamp<std::int64_t>(v, 0, QWIDGETSIZE_MAX));
-    impl_->ApplySize();
+    impl_->Resize(impl_->minWidth, v);
 }
 
 void Window::SetMinimumHeight(std::int64_t v) {
-    impl_->minHeight = static_cast<int>(std::clamp<std::int64_t>(v, 0, QWIDGETSIZE_MAX));
-    impl_->ApplySize();
+    impl_->Resize(impl_->minHeight, v);
 }
 
 void Window::SetMaximumWidth(std::int64_t v) {
-    impl_->maxWidth = static_cast<int>(std::clamp<std::int64_t>(v, 0, QWIDGETSIZE_MAX));
-    impl_->ApplySize();
+    impl_->Resize(impl_->maxWidth, v);
 }
 
 void Window::SetMaximumHeight(std::int64_t v) {
-    impl_->maxHeight = static_cast<int>(std::clamp<std::int64_t>(v, 0, QWIDGETSIZE_MAX));
-    impl_->ApplySize();
+    impl_->Resize(impl_->maxHeight, v);
 }
 
 void Window::SetType(std::int64_t v) {

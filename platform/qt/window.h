@@ -10,6 +10,8 @@
 // ImplicitWindow is the accessor every window class builds on. A window owns its controls.
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -25,7 +27,7 @@ namespace platform {
 class Control;
 class MenuBar;
 
-class Window : public Object {
+class Window : public Classed<Window> {
   public:
     Window();
     ~Window() override;
@@ -35,7 +37,6 @@ class Window : public Object {
     // Resizeable, Composite, FullScreen, DefaultLocation, Visible, HasBackgroundColor,
     // BackgroundColor, MenuBarVisible, LiveResize.
     static const ClassInfo& StaticClass();
-    const ClassInfo& Class() const override { return StaticClass(); }
 
     // Raises Layout, CreateControls and AddMenuHandlers, in that order, then shows the window if
     // its record made it Visible. A failure stops construction; what was built stays.
@@ -136,5 +137,54 @@ void RegisterWindowClass(std::string_view fullClassName,
 Window& ImplicitWindow(std::string_view fullClassName);
 // Destroys every living window and empties the registry: at the end of the run, and between tests.
 void DestroyAllWindows();
+
+// The names of the window events a class overrides ("Close", "Activate", ...).
+template <std::size_t N>
+using EventNames = std::array<std::string_view, N>;
+
+// What every window class of the system does to register and find itself. Derived declares
+// kClassName, its run-time class name, and kImplementedEvents, the EventNames of the window events
+// it overrides, since the runtime keeps no table of its own.
+template <class Derived>
+class WindowClass : public Window {
+  public:
+    // The accessor: registers the class, then gives the living instance, built on first use.
+    static Derived& Instance() {
+        RegisterClass();
+        return Implicit();
+    }
+    // The class table (an initialiser of the run); idempotent.
+    static void RegisterClass() {
+        RegisterWindowClass(Derived::kClassName, [] { return std::make_unique<Derived>(); });
+    }
+
+    static const ClassInfo& StaticClass() {
+        static const ClassInfo info{Derived::kClassName, &Window::StaticClass(), {}};
+        return info;
+    }
+    const ClassInfo& Class() const override { return StaticClass(); }
+
+    bool IsEventImplemented(const std::string& name) const {
+        return std::ranges::find(Derived::kImplementedEvents, std::string_view(name)) !=
+               Derived::kImplementedEvents.end();
+    }
+
+  protected:
+    // The living instance, or a new one of the class as registered: no registration of its own.
+    static Derived& Implicit() {
+        return RuntimeCheckCast<Derived>(&ImplicitWindow(Derived::kClassName));
+    }
+    // Allocates the control, adds it under its name and hands it back as found by that name.
+    template <class C>
+    C& Create(const std::string& name) {
+        _AddControl(name, __New<C>());
+        return Named<C>(name);
+    }
+    // The control of that name, cast to its class: found again at each use.
+    template <class C>
+    C& Named(const std::string& name) const {
+        return RuntimeCheckCast<C>(_ControlByName(name));
+    }
+};
 
 }  // namespace platform
