@@ -6,7 +6,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <functional>
 #include <memory>
 #include <stdexcept>
@@ -17,7 +16,6 @@
 #include "app/file_types.h"
 #include "app/korvane.h"
 #include "app/startup.h"
-#include "control/control_wnd.h"
 #include "platform/core/failure.h"
 #include "platform/core/file_type.h"
 #include "platform/qt/window.h"
@@ -28,7 +26,6 @@
 namespace {
 
 using korvane::AboutWnd;
-using korvane::ControlWnd;
 
 const std::string kWholeRun =
     "steps: RuntimeInit RuntimePerformInitializers _Main _RuntimeSetExceptionHelper "
@@ -40,7 +37,7 @@ const std::string kWholeRun =
 // Runs Main in this (child) process: `failing` throws a NilObjectException as it starts, and
 // `atFirstWindow` runs in the loop's first turn, as the first window is made. Ends the process with
 // Main's status.
-[[noreturn]] void RunMain(const std::string& failing, std::function<void()> atFirstWindow) {
+[[noreturn]] void RunMain(const std::string& failing, const std::function<void()>& atFirstWindow) {
     std::string steps = "steps:";
     korvane::SetStepHook([&](std::string_view step) {
         steps += " " + std::string(step);
@@ -56,37 +53,30 @@ const std::string kWholeRun =
     std::exit(status);
 }
 
-void QuitAtOnce() {
-    platform::Quit(0);
-}
-
 class StartupTest : public testing::Test {
   protected:
     void SetUp() override { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
 };
 
-TEST_F(StartupTest, ARunThatQuitsTakesEveryStepInOrderAndEndsWithStatusZero) {
-    EXPECT_EXIT(RunMain("", QuitAtOnce), testing::ExitedWithCode(0), kWholeRun);
-}
-
 // A start-up step that fails leaves the loop unentered; the finalisers and the exit still run.
-TEST_F(StartupTest, AFailingStepIsReportedAndEndsTheRunWithStatusOne) {
-    for (const char* step : {"_RuntimeSetExceptionHelper", "_InitFileTypes",
-                             "_ApplicationAddMenuHandlers", "_RunFrameworkInitialization"}) {
-        const std::string upTo = kWholeRun.substr(0, kWholeRun.find(step) + std::strlen(step));
-        EXPECT_EXIT(RunMain(step, QuitAtOnce), testing::ExitedWithCode(1),
-                    "NilObjectException: injected into " + std::string(step) + ".*" + upTo +
-                        " _UnhandledException RuntimePerformFinalizers RuntimeExit.")
-            << step;
-    }
-    EXPECT_EXIT(RunMain("_MakeDefaultView", QuitAtOnce), testing::ExitedWithCode(1),
-                "NilObjectException: injected into _MakeDefaultView.*" + kWholeRun);
-}
-
-TEST_F(StartupTest, AForeignExceptionInAHandlerIsReportedPlainlyAndEndsTheRunWithStatusOne) {
+// A failure in the loop, the runtime's or a foreign one, ends the loop.
+TEST_F(StartupTest, EveryRunTakesItsStepsInOrderAndAFailureIsReportedAndEndsItWithStatusOne) {
+    const auto quit = [] { platform::Quit(0); };
     const auto foreign = [] { throw std::logic_error("not a runtime failure"); };
+    EXPECT_EXIT(RunMain("", quit), testing::ExitedWithCode(0), kWholeRun);
     EXPECT_EXIT(RunMain("", foreign), testing::ExitedWithCode(1),
                 "not a runtime failure.*" + kWholeRun);
+    for (const std::string step :
+         {"_RuntimeSetExceptionHelper", "_InitFileTypes", "_ApplicationAddMenuHandlers",
+          "_RunFrameworkInitialization", "_MakeDefaultView"}) {
+        const std::string upTo = kWholeRun.substr(0, kWholeRun.find(step) + step.size());
+        EXPECT_EXIT(RunMain(step, quit), testing::ExitedWithCode(1),
+                    "NilObjectException: injected into " + step + ".*" +
+                        (step == "_MakeDefaultView"
+                             ? kWholeRun
+                             : upTo + " _UnhandledException RuntimePerformFinalizers RuntimeExit."))
+            << step;
+    }
 }
 
 // The file types, then the application object with its version data and menu bar; no window
@@ -103,21 +93,15 @@ TEST(EarlyStartup, RegistersTheFileTypesAndMakesTheApplicationObjectButNoWindow)
 
     auto* app = dynamic_cast<korvane::Korvane*>(platform::getAppObject());
     ASSERT_NE(app, nullptr);
-    const std::vector<std::int64_t> numbers{app->MajorVersion(), app->MinorVersion(),
-                                            app->BugVersion(),   app->NonReleaseVersion(),
-                                            app->StageCode(),    app->RegionCode()};
-    EXPECT_EQ(numbers, (std::vector<std::int64_t>{4, 0, 0, 0, 3, 0}));
-    EXPECT_EQ(app->LongVersion(), AboutWnd::kAttribution);
-    EXPECT_EQ(app->ShortVersion(), "4.0");
-    EXPECT_EQ(app->PackageInfo(), "Korvane");
+    EXPECT_EQ(
+        (std::vector<std::int64_t>{app->MajorVersion(), app->MinorVersion(), app->BugVersion(),
+                                   app->NonReleaseVersion(), app->StageCode(), app->RegionCode()}),
+        (std::vector<std::int64_t>{4, 0, 0, 0, 3, 0}));
+    EXPECT_EQ(app->LongVersion() + " " + app->ShortVersion() + " " + app->PackageInfo(),
+              std::string(AboutWnd::kAttribution) + " 4.0 Korvane");
     EXPECT_EQ(app->MenuBar(), &korvane::Menu::Instance());
     EXPECT_EQ(korvane::_MacOSDistributedNotifications::dispatchTo().back().Value(), app);
     EXPECT_EQ(platform::_GetImplicitWindow(AboutWnd::kClassName), nullptr);
-
-    korvane::_MakeDefaultView();
-    EXPECT_TRUE(platform::NotNil(platform::_GetImplicitWindow(AboutWnd::kClassName)).Visible());
-    EXPECT_EQ(platform::_GetImplicitWindow(ControlWnd::kClassName), nullptr);
-    platform::DestroyAllWindows();
     platform::DestroyAppObject();
 }
 
@@ -135,19 +119,12 @@ TEST(Initializers, TheTableResetsTheStaticsOfAnEarlierRunInItsOrder) {
     Globals::p = 0.04;
     Globals::t = -2.2;
     const auto reset = [&] {
-        const bool done[] = {FileTypes::pAllFileTypes.empty(),
-                             FileTypes::pText == nullptr,
-                             FileTypes::pUntitledType == nullptr,
-                             menu.Value() == nullptr,
-                             Globals::btn == 0,
-                             Globals::k1 == 0,
-                             Globals::p == 0.0,
-                             Globals::t == 0.0};
-        std::string letters;
-        for (std::size_t i = 0; i < std::size(done); ++i) {
-            letters += done[i] ? std::string(1, "ATUMbkpt"[i]) : "";
-        }
-        return letters;
+        return std::string(FileTypes::pAllFileTypes.empty() ? "A" : "") +
+               (FileTypes::pText == nullptr ? "T" : "") +
+               (FileTypes::pUntitledType == nullptr ? "U" : "") +
+               (menu.Value() == nullptr ? "M" : "") + (Globals::btn == 0 ? "b" : "") +
+               (Globals::k1 == 0 ? "k" : "") + (Globals::p == 0.0 ? "p" : "") +
+               (Globals::t == 0.0 ? "t" : "");
     };
 
     std::vector<std::string> after;
