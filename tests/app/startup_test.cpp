@@ -1,9 +1,16 @@
-// The run from entry to exit status, early start-up and the initialiser table. A whole
-// run happens in a child process of its own, which prints the steps it took on one line,
+// The run from entry to exit status, early start-up, the initialiser table and the appearance
+// observer. A whole run happens in a child process of its own, which prints the steps it took on
+// one line,
 //   steps: RuntimeInit RuntimePerformInitializers _Main ... RuntimeExit.
 // for the parent to match, and ends with the status Main returned.
 #include <gtest/gtest.h>
 
+#include <QApplication>
+#include <QEvent>
+#include <QPalette>
+#include <QTest>
+#include <QWidget>
+#include <QWindow>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
@@ -15,9 +22,11 @@
 
 #include "app/file_types.h"
 #include "app/korvane.h"
+#include "app/notifications.h"
 #include "app/startup.h"
 #include "platform/core/failure.h"
 #include "platform/core/file_type.h"
+#include "platform/qt/runtime.h"
 #include "platform/qt/window.h"
 #include "stats/stats.h"
 #include "windows/about_wnd.h"
@@ -26,6 +35,7 @@
 namespace {
 
 using korvane::AboutWnd;
+namespace Notifications = korvane::_MacOSDistributedNotifications;
 
 const std::string kWholeRun =
     "steps: RuntimeInit RuntimePerformInitializers _Main _RuntimeSetExceptionHelper "
@@ -100,7 +110,7 @@ TEST(EarlyStartup, RegistersTheFileTypesAndMakesTheApplicationObjectButNoWindow)
     EXPECT_EQ(app->LongVersion() + " " + app->ShortVersion() + " " + app->PackageInfo(),
               std::string(AboutWnd::kAttribution) + " 4.0 Korvane");
     EXPECT_EQ(app->MenuBar(), &korvane::Menu::Instance());
-    EXPECT_EQ(korvane::_MacOSDistributedNotifications::dispatchTo().back().Value(), app);
+    EXPECT_EQ(Notifications::dispatchTo().back().Value(), app);
     EXPECT_EQ(platform::_GetImplicitWindow(AboutWnd::kClassName), nullptr);
     platform::DestroyAppObject();
 }
@@ -136,6 +146,51 @@ TEST(Initializers, TheTableResetsTheStaticsOfAnEarlierRunInItsOrder) {
     EXPECT_EQ(after,
               (std::vector<std::string>{"A", "AT", "ATU", "ATU", "ATUM", "ATUM", "ATUM", "ATUM",
                                         "ATUM", "ATUM", "ATUMb", "ATUMbk", "ATUMbkp", "ATUMbkpt"}));
+}
+
+// The appearance observer, from Qt's report of a new palette or theme to the application's
+// AppearanceChanged: queued, delivered at the timer's turn to the living clients in order. The
+// application's class here implements AppearanceChanged; Korvane's own does not.
+struct AppearanceWatcher : korvane::Korvane {
+    explicit AppearanceWatcher(std::vector<std::string>& into) : log(into) {}
+    bool IsEventImplemented(const std::string& event) const override {
+        return event == "AppearanceChanged";
+    }
+    void _MacOSNotificationReceived(const std::string& name, platform::Object* object,
+                                    const Notifications::UserInfo& userInfo) override {
+        log.push_back(name);
+        Korvane::_MacOSNotificationReceived(name, object, userInfo);
+    }
+    void Event_AppearanceChanged() override { log.push_back("AppearanceChanged"); }
+    std::vector<std::string>& log;
+};
+
+TEST(AppearanceObserver, ANewPaletteOrThemeReachesTheLivingApplicationsOnceEachInOrder) {
+    platform::RuntimeInit();
+    std::vector<std::string> log, goneLog;
+    AppearanceWatcher app(log);
+    auto gone = std::make_unique<AppearanceWatcher>(goneLog);
+    gone.reset();
+    QWidget one, two;  // the change reaches every window; the clients hear of it once
+    one.show();
+    two.show();
+
+    Notifications::impl_GotCalled("SomethingElse", nullptr, {});
+    QPalette changed = QApplication::palette();
+    changed.setColor(QPalette::Window, QColor(0x20, 0x20, 0x28));
+    QApplication::setPalette(changed);
+    QEvent themeChange(QEvent::ThemeChange);
+    QCoreApplication::sendEvent(one.windowHandle(), &themeChange);
+    QCoreApplication::sendEvent(two.windowHandle(), &themeChange);
+    EXPECT_EQ(log, std::vector<std::string>{});  // nothing is told inside Qt's own call
+    ASSERT_TRUE(QTest::qWaitFor([&] { return log.size() >= 5; }, 5000));
+    QTest::qWait(50);
+
+    EXPECT_EQ(log, (std::vector<std::string>{"SomethingElse", Notifications::kColorsChanged,
+                                             "AppearanceChanged", Notifications::kThemeChanged,
+                                             "AppearanceChanged"}));
+    EXPECT_EQ(Notifications::dispatchTo().size(),
+              1u);  // the gone application is dropped
 }
 
 }  // namespace
