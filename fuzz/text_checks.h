@@ -55,12 +55,4 @@ inline void RequireFixed(const std::string& text, double value, bool alwaysSign,
             "a number round-trips through Val");
 }
 
-// A probability from .0001 to 1 shows as ^(\.[0-9]{4}|1\.0000)$, rounded.
-inline void RequireProbability(const std::string& text, double p) {
-    Require(
-        (text == "1.0000" || (text.size() == 5 && text[0] == '.' && IsDigits(text.substr(1)))) &&
-            IsRoundedFrom(platform::Val(text), p, 4),
-        "a probability shows as .dddd or 1.0000 and round-trips through Val");
-}
-
 }  // namespace fuzz

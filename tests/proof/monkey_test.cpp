@@ -122,14 +122,11 @@ class Monkey {
                 {62, &Monkey::SwitchPrograms},
                 {3, &Monkey::Close},
             };
-            std::size_t roll = Below(1000);
-            for (const auto& [weight, action] : kActions) {
-                if (roll < weight) {
-                    (this->*action)(*shown);
-                    return;
-                }
-                roll -= weight;
+            std::size_t roll = Below(1000), i = 0;
+            while (roll >= kActions[i].first) {
+                roll -= kActions[i++].first;
             }
+            (this->*kActions[i].second)(*shown);
         }
     }
 
