@@ -48,11 +48,6 @@ class AboutWindowTest : public testing::Test {
         platform::recorder::Stop();
         platform::DestroyAllWindows();
     }
-    // Timer1 fires soon: the count starts again with a short period.
-    static void FireTimerSoon(AboutWnd& about) {
-        about.Timer1().Period(20);
-        about.Timer1().Reset();
-    }
     static void ClickAt(AboutWnd& about, QPoint content) {
         QTest::mouseClick(about.Widget()->windowHandle(), Qt::LeftButton, {},
                           about.ContentWidget()->mapTo(about.Widget(), content));
@@ -85,7 +80,8 @@ TEST_F(AboutWindowTest, TheTimerGivesWayOnceAndTheMenuBringsTheWindowBackUntilAP
     AboutWnd& about = AboutWnd::Instance();
     platform::recorder::Start();
 
-    FireTimerSoon(about);
+    about.Timer1().Period(20);  // the count starts again, with a short period
+    about.Timer1().Reset();
     ASSERT_TRUE(QTest::qWaitFor([&] { return ControlWindowShown(); }, 5000));
     EXPECT_EQ(platform::recorder::Lines(), kGaveWay);
     EXPECT_FALSE(about.Visible());

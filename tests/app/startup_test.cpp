@@ -63,14 +63,10 @@ const std::string kWholeRun =
     std::exit(status);
 }
 
-class StartupTest : public testing::Test {
-  protected:
-    void SetUp() override { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
-};
-
 // A start-up step that fails leaves the loop unentered; the finalisers and the exit still run.
 // A failure in the loop, the runtime's or a foreign one, ends the loop.
-TEST_F(StartupTest, EveryRunTakesItsStepsInOrderAndAFailureIsReportedAndEndsItWithStatusOne) {
+TEST(Startup, EveryRunTakesItsStepsInOrderAndAFailureIsReportedAndEndsItWithStatusOne) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
     const auto quit = [] { platform::Quit(0); };
     const auto foreign = [] { throw std::logic_error("not a runtime failure"); };
     EXPECT_EXIT(RunMain("", quit), testing::ExitedWithCode(0), kWholeRun);
@@ -137,15 +133,13 @@ TEST(Initializers, TheTableResetsTheStaticsOfAnEarlierRunInItsOrder) {
                (Globals::t == 0.0 ? "t" : "");
     };
 
-    std::vector<std::string> after;
+    std::string after;
     for (platform::Initializer entry : korvane::Initializers()) {
         entry();
-        after.push_back(reset());
+        after += reset() + " ";
     }
 
-    EXPECT_EQ(after,
-              (std::vector<std::string>{"A", "AT", "ATU", "ATU", "ATUM", "ATUM", "ATUM", "ATUM",
-                                        "ATUM", "ATUM", "ATUMb", "ATUMbk", "ATUMbkp", "ATUMbkpt"}));
+    EXPECT_EQ(after, "A AT ATU ATU ATUM ATUM ATUM ATUM ATUM ATUM ATUMb ATUMbk ATUMbkp ATUMbkpt ");
 }
 
 // The appearance observer, from Qt's report of a new palette or theme to the application's
@@ -189,8 +183,8 @@ TEST(AppearanceObserver, ANewPaletteOrThemeReachesTheLivingApplicationsOnceEachI
     EXPECT_EQ(log, (std::vector<std::string>{"SomethingElse", Notifications::kColorsChanged,
                                              "AppearanceChanged", Notifications::kThemeChanged,
                                              "AppearanceChanged"}));
-    EXPECT_EQ(Notifications::dispatchTo().size(),
-              1u);  // the gone application is dropped
+    // The gone application is dropped.
+    EXPECT_EQ(Notifications::dispatchTo().size(), 1u);
 }
 
 }  // namespace
