@@ -5,9 +5,11 @@
 // is a setter handed another form than its table declares, or a string longer than the input.
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <variant>
+#include <vector>
 
 #include "platform/core/object.h"
 #include "platform/core/record.h"
@@ -31,29 +33,26 @@ platform::PropertyDef Checked(std::string_view name) {
             }};
 }
 
-const ClassInfo kControl{"FuzzControl",
-                         &Object::StaticClass(),
-                         {Checked<Form::Integer>("Left"),
-                          Checked<Form::Integer>("Top"),
-                          Checked<Form::Integer>("Width"),
-                          Checked<Form::Integer>("Index"),
-                          Checked<Form::Integer>("Period"),
-                          Checked<Form::Integer>("RunMode"),
-                          Checked<Form::Boolean>("Visible"),
-                          Checked<Form::Boolean>("Enabled"),
-                          Checked<Form::Boolean>("MultiLine"),
-                          Checked<Form::Boolean>("Transparent"),
-                          Checked<Form::SmallEnum>("FontUnit"),
-                          Checked<Form::Colour>("TextColor"),
-                          Checked<Form::Colour>("BackgroundColor"),
-                          Checked<Form::Single>("FontSize"),
-                          Checked<Form::Double>("LineSpacing"),
-                          Checked<Form::Double>("LineHeight"),
-                          Checked<Form::String>("Text"),
-                          Checked<Form::String>("Caption"),
-                          Checked<Form::String>("InitialParent"),
-                          platform::StoredOnly("Composite", Form::Boolean)}};
+template <Form F>
+void Add(std::vector<platform::PropertyDef>& into, std::initializer_list<std::string_view> names) {
+    for (std::string_view name : names) {
+        into.push_back(Checked<F>(name));
+    }
+}
 
+std::vector<platform::PropertyDef> ControlProperties() {
+    std::vector<platform::PropertyDef> all{platform::StoredOnly("Composite", Form::Boolean)};
+    Add<Form::Integer>(all, {"Left", "Top", "Width", "Index", "Period", "RunMode"});
+    Add<Form::Boolean>(all, {"Visible", "Enabled", "MultiLine", "Transparent"});
+    Add<Form::SmallEnum>(all, {"FontUnit"});
+    Add<Form::Colour>(all, {"TextColor", "BackgroundColor"});
+    Add<Form::Single>(all, {"FontSize"});
+    Add<Form::Double>(all, {"LineSpacing", "LineHeight"});
+    Add<Form::String>(all, {"Text", "Caption", "InitialParent"});
+    return all;
+}
+
+const ClassInfo kControl{"FuzzControl", &Object::StaticClass(), ControlProperties()};
 const ClassInfo kLabel{"FuzzLabel", &kControl, {Checked<Form::String>("Value")}};
 const ClassInfo kRadio{"FuzzRadio", &kControl, {Checked<Form::Boolean>("Value")}};
 

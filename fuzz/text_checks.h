@@ -4,10 +4,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstddef>
 #include <cstdio>
 #include <cstring>
+#include <string>
 #include <string_view>
+
+#include "platform/core/text.h"
 
 namespace fuzz {
 
@@ -16,31 +18,6 @@ inline void Require(bool ok, const char* what) {
         std::fprintf(stderr, "check failed: %s\n", what);
         __builtin_trap();
     }
-}
-
-// `text` is the shape Format gives a finite value: `sign`, the integer digits (at least
-// `integerPlaces`, and no leading zero beyond them), then a point and exactly `places` digits,
-// or no point at all when `places` is 0.
-inline bool IsFixedText(std::string_view text, std::string_view sign, std::size_t integerPlaces,
-                        std::size_t places) {
-    const auto digits = [](std::string_view part) {
-        return std::ranges::all_of(part, [](char c) { return c >= '0' && c <= '9'; });
-    };
-    if (!text.starts_with(sign)) {
-        return false;
-    }
-    text.remove_prefix(sign.size());
-    const std::size_t point = std::min(text.find('.'), text.size());
-    const std::string_view integer = text.substr(0, point);
-    const std::string_view fraction = text.substr(std::min(point + 1, text.size()));
-    return (point == text.size()) == (places == 0) && digits(integer) && digits(fraction) &&
-           integer.size() >= integerPlaces && fraction.size() == places &&
-           !(integer.size() > integerPlaces && integer.starts_with('0'));
-}
-
-// What ".0000" must give for a probability from .0001 to 1: ^(\.[0-9]{4}|1\.0000)$
-inline bool IsProbabilityText(std::string_view text) {
-    return text == "1.0000" || IsFixedText(text, "", 0, 4);
 }
 
 // `shown`, read back from a text with `places` decimals, is `value` rounded at that place:
@@ -53,6 +30,29 @@ inline bool IsRoundedFrom(double shown, double value, int places) {
 // Bitwise equality of two doubles, so that 0.0 and -0.0 differ.
 inline bool SameBits(double a, double b) {
     return std::memcmp(&a, &b, sizeof a) == 0;
+}
+
+inline bool IsDigits(std::string_view part) {
+    return std::ranges::all_of(part, [](char c) { return c >= '0' && c <= '9'; });
+}
+
+// `text` shows `value` with `places` decimals: `sign` (a sign always, or only when negative),
+// the integer digits without a leading zero, a point and the decimals; NaN and Inf as such.
+inline void RequireFixed(const std::string& text, double value, bool alwaysSign, int places) {
+    const std::string sign = value < 0.0 ? "-" : (alwaysSign ? "+" : "");
+    if (std::isnan(value) || std::isinf(value)) {
+        Require(text == (std::isnan(value) ? "NaN" : sign + "Inf"), "NaN and Inf show as such");
+        return;
+    }
+    const std::size_t point = text.find('.');
+    Require(text.starts_with(sign) && point != std::string::npos &&
+                IsDigits(text.substr(sign.size(), point - sign.size())) &&
+                text.substr(sign.size()).find('0') != 0 &&
+                text.size() == point + 1 + static_cast<std::size_t>(places) &&
+                IsDigits(text.substr(point + 1)),
+            "a number shows as sign, integer digits, point and decimals");
+    Require(std::fabs(value) >= 1e15 || IsRoundedFrom(platform::Val(text), value, places),
+            "a number round-trips through Val");
 }
 
 }  // namespace fuzz

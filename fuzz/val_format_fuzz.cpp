@@ -54,25 +54,6 @@ void CheckAsc(std::string_view text) {
             "Asc decodes the leading character");
 }
 
-// `text` = Format(value, pattern) with `places` decimals and a sign always or only when negative.
-void CheckFormatted(double value, const std::string& text, bool alwaysSign, int places) {
-    const std::string sign = value < 0.0 ? "-" : (alwaysSign ? "+" : "");
-    if (std::isnan(value) || std::isinf(value)) {
-        Require(text == (std::isnan(value) ? "NaN" : sign + "Inf"), "NaN and Inf show as such");
-        return;
-    }
-    Require(fuzz::IsFixedText(text, sign, 0, static_cast<std::size_t>(places)),
-            "Format gives sign, integer digits, point and the pattern's decimals");
-    Require(std::fabs(value) >= 1e15 || fuzz::IsRoundedFrom(Val(text), value, places),
-            "Format round-trips through Val");
-}
-
-void CheckProbability(double p) {
-    const std::string text = Format(p, ".0000");
-    Require(fuzz::IsProbabilityText(text) && fuzz::IsRoundedFrom(Val(text), p, 4),
-            "a probability shows as .dddd or 1.0000 and round-trips through Val");
-}
-
 void CheckStr(std::int64_t n) {
     const std::string text = platform::Str(n);
     Require(text == std::to_string(n), "Str gives plain digits, '-' for negative numbers");
@@ -95,11 +76,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     CheckVal(text);
     CheckAsc(text);
-    CheckFormatted(value, Format(value, "+####.000"), true, 3);
-    CheckFormatted(value, Format(value, ".0000"), false, 4);
+    fuzz::RequireFixed(Format(value, "+####.000"), value, true, 3);
+    fuzz::RequireFixed(Format(value, ".0000"), value, false, 4);
     // Raw bit patterns seldom fall in the probability range; the same bits spread evenly over
     // it, so every input checks one probability.
-    CheckProbability(0.0001 + static_cast<double>(bits >> 11) * 0x1p-53 * 0.9999);
+    const double p = 0.0001 + static_cast<double>(bits >> 11) * 0x1p-53 * 0.9999;
+    fuzz::RequireFixed(Format(p, ".0000"), p, false, 4);
     CheckStr(static_cast<std::int64_t>(bits));
     CheckStr(static_cast<std::int64_t>(bits) >> 11);  // always within Val's exact range
     return 0;

@@ -48,18 +48,15 @@ class AboutWindowTest : public testing::Test {
         platform::recorder::Stop();
         platform::DestroyAllWindows();
     }
-    // Timer1 fires soon: the count starts again with a short period.
-    static void FireTimerSoon(AboutWnd& about) {
-        about.Timer1().Period(20);
-        about.Timer1().Reset();
-    }
     static void ClickAt(AboutWnd& about, QPoint content) {
         QTest::mouseClick(about.Widget()->windowHandle(), Qt::LeftButton, {},
                           about.ContentWidget()->mapTo(about.Widget(), content));
     }
 };
 
-TEST_F(AboutWindowTest, ItComesUpByItsRecordAloneWithBannerAttributionAndAFourSecondTimer) {
+// It has no close button: the window manager's close would take its timer along and leave no
+// window.
+TEST_F(AboutWindowTest, ItComesUpByItsRecordAloneWithAFourSecondTimerAndStaysUpWhenClosed) {
     platform::recorder::Start();
     AboutWnd& about = AboutWnd::Instance();
 
@@ -67,18 +64,24 @@ TEST_F(AboutWindowTest, ItComesUpByItsRecordAloneWithBannerAttributionAndAFourSe
     EXPECT_EQ(platform::recorder::Lines(), Lines{});  // no Show call
     EXPECT_EQ(about.ContentWidget()->size(), QSize(500, 200));
     EXPECT_EQ(about.StaticText5().Value(), "\xC2\xA9 2026 The Korvane developers");
-    EXPECT_NE(about.Canvas1().Backdrop(), nullptr);
     EXPECT_EQ(about.Canvas1().Backdrop(), korvane::tlarge());
     EXPECT_EQ(about.Timer1().Period(), 4000);
     EXPECT_EQ(about.Timer1().Mode(), 1);
     EXPECT_FALSE(ControlWindowShown());
+
+    about.Widget()->close();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(platform::_GetImplicitWindow(AboutWnd::kClassName), &about);
+    EXPECT_TRUE(about.Visible());
+    EXPECT_TRUE(about.Timer1().Armed());
 }
 
 TEST_F(AboutWindowTest, TheTimerGivesWayOnceAndTheMenuBringsTheWindowBackUntilAPress) {
     AboutWnd& about = AboutWnd::Instance();
     platform::recorder::Start();
 
-    FireTimerSoon(about);
+    about.Timer1().Period(20);  // the count starts again, with a short period
+    about.Timer1().Reset();
     ASSERT_TRUE(QTest::qWaitFor([&] { return ControlWindowShown(); }, 5000));
     EXPECT_EQ(platform::recorder::Lines(), kGaveWay);
     EXPECT_FALSE(about.Visible());
@@ -112,18 +115,6 @@ TEST_F(AboutWindowTest, AnyKeyOrClickOnTheAboutWindowGivesWayAtOnce) {
         EXPECT_TRUE(about.Timer1().Armed());
         platform::DestroyAllWindows();
     }
-}
-
-// It has no close button: closed, it would take its timer along and leave no window.
-TEST_F(AboutWindowTest, TheWindowManagersCloseLeavesTheAboutWindowUpAndItsTimerArmed) {
-    AboutWnd& about = AboutWnd::Instance();
-
-    about.Widget()->close();
-    QCoreApplication::processEvents();
-
-    EXPECT_EQ(platform::_GetImplicitWindow(AboutWnd::kClassName), &about);
-    EXPECT_TRUE(about.Visible());
-    EXPECT_TRUE(about.Timer1().Armed());
 }
 
 }  // namespace

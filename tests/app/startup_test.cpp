@@ -1,12 +1,18 @@
-// The run from entry to exit status, early start-up and the initialiser table. A whole
-// run happens in a child process of its own, which prints the steps it took on one line,
+// The run from entry to exit status, early start-up, the initialiser table and the appearance
+// observer. A whole run happens in a child process of its own, which prints the steps it took on
+// one line,
 //   steps: RuntimeInit RuntimePerformInitializers _Main ... RuntimeExit.
 // for the parent to match, and ends with the status Main returned.
 #include <gtest/gtest.h>
 
+#include <QApplication>
+#include <QEvent>
+#include <QPalette>
+#include <QTest>
+#include <QWidget>
+#include <QWindow>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <functional>
 #include <memory>
 #include <stdexcept>
@@ -16,10 +22,11 @@
 
 #include "app/file_types.h"
 #include "app/korvane.h"
+#include "app/notifications.h"
 #include "app/startup.h"
-#include "control/control_wnd.h"
 #include "platform/core/failure.h"
 #include "platform/core/file_type.h"
+#include "platform/qt/runtime.h"
 #include "platform/qt/window.h"
 #include "stats/stats.h"
 #include "windows/about_wnd.h"
@@ -28,7 +35,7 @@
 namespace {
 
 using korvane::AboutWnd;
-using korvane::ControlWnd;
+namespace Notifications = korvane::_MacOSDistributedNotifications;
 
 const std::string kWholeRun =
     "steps: RuntimeInit RuntimePerformInitializers _Main _RuntimeSetExceptionHelper "
@@ -40,7 +47,7 @@ const std::string kWholeRun =
 // Runs Main in this (child) process: `failing` throws a NilObjectException as it starts, and
 // `atFirstWindow` runs in the loop's first turn, as the first window is made. Ends the process with
 // Main's status.
-[[noreturn]] void RunMain(const std::string& failing, std::function<void()> atFirstWindow) {
+[[noreturn]] void RunMain(const std::string& failing, const std::function<void()>& atFirstWindow) {
     std::string steps = "steps:";
     korvane::SetStepHook([&](std::string_view step) {
         steps += " " + std::string(step);
@@ -56,37 +63,26 @@ const std::string kWholeRun =
     std::exit(status);
 }
 
-void QuitAtOnce() {
-    platform::Quit(0);
-}
-
-class StartupTest : public testing::Test {
-  protected:
-    void SetUp() override { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
-};
-
-TEST_F(StartupTest, ARunThatQuitsTakesEveryStepInOrderAndEndsWithStatusZero) {
-    EXPECT_EXIT(RunMain("", QuitAtOnce), testing::ExitedWithCode(0), kWholeRun);
-}
-
 // A start-up step that fails leaves the loop unentered; the finalisers and the exit still run.
-TEST_F(StartupTest, AFailingStepIsReportedAndEndsTheRunWithStatusOne) {
-    for (const char* step : {"_RuntimeSetExceptionHelper", "_InitFileTypes",
-                             "_ApplicationAddMenuHandlers", "_RunFrameworkInitialization"}) {
-        const std::string upTo = kWholeRun.substr(0, kWholeRun.find(step) + std::strlen(step));
-        EXPECT_EXIT(RunMain(step, QuitAtOnce), testing::ExitedWithCode(1),
-                    "NilObjectException: injected into " + std::string(step) + ".*" + upTo +
-                        " _UnhandledException RuntimePerformFinalizers RuntimeExit.")
-            << step;
-    }
-    EXPECT_EXIT(RunMain("_MakeDefaultView", QuitAtOnce), testing::ExitedWithCode(1),
-                "NilObjectException: injected into _MakeDefaultView.*" + kWholeRun);
-}
-
-TEST_F(StartupTest, AForeignExceptionInAHandlerIsReportedPlainlyAndEndsTheRunWithStatusOne) {
+// A failure in the loop, the runtime's or a foreign one, ends the loop.
+TEST(Startup, EveryRunTakesItsStepsInOrderAndAFailureIsReportedAndEndsItWithStatusOne) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto quit = [] { platform::Quit(0); };
     const auto foreign = [] { throw std::logic_error("not a runtime failure"); };
+    EXPECT_EXIT(RunMain("", quit), testing::ExitedWithCode(0), kWholeRun);
     EXPECT_EXIT(RunMain("", foreign), testing::ExitedWithCode(1),
                 "not a runtime failure.*" + kWholeRun);
+    for (const std::string step :
+         {"_RuntimeSetExceptionHelper", "_InitFileTypes", "_ApplicationAddMenuHandlers",
+          "_RunFrameworkInitialization", "_MakeDefaultView"}) {
+        const std::string upTo = kWholeRun.substr(0, kWholeRun.find(step) + step.size());
+        EXPECT_EXIT(RunMain(step, quit), testing::ExitedWithCode(1),
+                    "NilObjectException: injected into " + step + ".*" +
+                        (step == "_MakeDefaultView"
+                             ? kWholeRun
+                             : upTo + " _UnhandledException RuntimePerformFinalizers RuntimeExit."))
+            << step;
+    }
 }
 
 // The file types, then the application object with its version data and menu bar; no window
@@ -103,21 +99,15 @@ TEST(EarlyStartup, RegistersTheFileTypesAndMakesTheApplicationObjectButNoWindow)
 
     auto* app = dynamic_cast<korvane::Korvane*>(platform::getAppObject());
     ASSERT_NE(app, nullptr);
-    const std::vector<std::int64_t> numbers{app->MajorVersion(), app->MinorVersion(),
-                                            app->BugVersion(),   app->NonReleaseVersion(),
-                                            app->StageCode(),    app->RegionCode()};
-    EXPECT_EQ(numbers, (std::vector<std::int64_t>{4, 0, 0, 0, 3, 0}));
-    EXPECT_EQ(app->LongVersion(), AboutWnd::kAttribution);
-    EXPECT_EQ(app->ShortVersion(), "4.0");
-    EXPECT_EQ(app->PackageInfo(), "Korvane");
+    EXPECT_EQ(
+        (std::vector<std::int64_t>{app->MajorVersion(), app->MinorVersion(), app->BugVersion(),
+                                   app->NonReleaseVersion(), app->StageCode(), app->RegionCode()}),
+        (std::vector<std::int64_t>{4, 0, 0, 0, 3, 0}));
+    EXPECT_EQ(app->LongVersion() + " " + app->ShortVersion() + " " + app->PackageInfo(),
+              std::string(AboutWnd::kAttribution) + " 4.0 Korvane");
     EXPECT_EQ(app->MenuBar(), &korvane::Menu::Instance());
-    EXPECT_EQ(korvane::_MacOSDistributedNotifications::dispatchTo().back().Value(), app);
+    EXPECT_EQ(Notifications::dispatchTo().back().Value(), app);
     EXPECT_EQ(platform::_GetImplicitWindow(AboutWnd::kClassName), nullptr);
-
-    korvane::_MakeDefaultView();
-    EXPECT_TRUE(platform::NotNil(platform::_GetImplicitWindow(AboutWnd::kClassName)).Visible());
-    EXPECT_EQ(platform::_GetImplicitWindow(ControlWnd::kClassName), nullptr);
-    platform::DestroyAllWindows();
     platform::DestroyAppObject();
 }
 
@@ -135,30 +125,66 @@ TEST(Initializers, TheTableResetsTheStaticsOfAnEarlierRunInItsOrder) {
     Globals::p = 0.04;
     Globals::t = -2.2;
     const auto reset = [&] {
-        const bool done[] = {FileTypes::pAllFileTypes.empty(),
-                             FileTypes::pText == nullptr,
-                             FileTypes::pUntitledType == nullptr,
-                             menu.Value() == nullptr,
-                             Globals::btn == 0,
-                             Globals::k1 == 0,
-                             Globals::p == 0.0,
-                             Globals::t == 0.0};
-        std::string letters;
-        for (std::size_t i = 0; i < std::size(done); ++i) {
-            letters += done[i] ? std::string(1, "ATUMbkpt"[i]) : "";
-        }
-        return letters;
+        return std::string(FileTypes::pAllFileTypes.empty() ? "A" : "") +
+               (FileTypes::pText == nullptr ? "T" : "") +
+               (FileTypes::pUntitledType == nullptr ? "U" : "") +
+               (menu.Value() == nullptr ? "M" : "") + (Globals::btn == 0 ? "b" : "") +
+               (Globals::k1 == 0 ? "k" : "") + (Globals::p == 0.0 ? "p" : "") +
+               (Globals::t == 0.0 ? "t" : "");
     };
 
-    std::vector<std::string> after;
+    std::string after;
     for (platform::Initializer entry : korvane::Initializers()) {
         entry();
-        after.push_back(reset());
+        after += reset() + " ";
     }
 
-    EXPECT_EQ(after,
-              (std::vector<std::string>{"A", "AT", "ATU", "ATU", "ATUM", "ATUM", "ATUM", "ATUM",
-                                        "ATUM", "ATUM", "ATUMb", "ATUMbk", "ATUMbkp", "ATUMbkpt"}));
+    EXPECT_EQ(after, "A AT ATU ATU ATUM ATUM ATUM ATUM ATUM ATUM ATUMb ATUMbk ATUMbkp ATUMbkpt ");
+}
+
+// The appearance observer, from Qt's report of a new palette or theme to the application's
+// AppearanceChanged: queued, delivered at the timer's turn to the living clients in order. The
+// application's class here implements AppearanceChanged; Korvane's own does not.
+struct AppearanceWatcher : korvane::Korvane {
+    explicit AppearanceWatcher(std::vector<std::string>& into) : log(into) {}
+    bool IsEventImplemented(const std::string& event) const override {
+        return event == "AppearanceChanged";
+    }
+    void _MacOSNotificationReceived(const std::string& name, platform::Object* object,
+                                    const Notifications::UserInfo& userInfo) override {
+        log.push_back(name);
+        Korvane::_MacOSNotificationReceived(name, object, userInfo);
+    }
+    void Event_AppearanceChanged() override { log.push_back("AppearanceChanged"); }
+    std::vector<std::string>& log;
+};
+
+TEST(AppearanceObserver, ANewPaletteOrThemeReachesTheLivingApplicationsOnceEachInOrder) {
+    platform::RuntimeInit();
+    std::vector<std::string> log, goneLog;
+    AppearanceWatcher app(log);
+    auto gone = std::make_unique<AppearanceWatcher>(goneLog);
+    gone.reset();
+    QWidget one, two;  // the change reaches every window; the clients hear of it once
+    one.show();
+    two.show();
+
+    Notifications::impl_GotCalled("SomethingElse", nullptr, {});
+    QPalette changed = QApplication::palette();
+    changed.setColor(QPalette::Window, QColor(0x20, 0x20, 0x28));
+    QApplication::setPalette(changed);
+    QEvent themeChange(QEvent::ThemeChange);
+    QCoreApplication::sendEvent(one.windowHandle(), &themeChange);
+    QCoreApplication::sendEvent(two.windowHandle(), &themeChange);
+    EXPECT_EQ(log, std::vector<std::string>{});  // nothing is told inside Qt's own call
+    ASSERT_TRUE(QTest::qWaitFor([&] { return log.size() >= 5; }, 5000));
+    QTest::qWait(50);
+
+    EXPECT_EQ(log, (std::vector<std::string>{"SomethingElse", Notifications::kColorsChanged,
+                                             "AppearanceChanged", Notifications::kThemeChanged,
+                                             "AppearanceChanged"}));
+    // The gone application is dropped.
+    EXPECT_EQ(Notifications::dispatchTo().size(), 1u);
 }
 
 }  // namespace

@@ -1,11 +1,14 @@
 #include "tests/proof/program_run.h"
 
 #include <QApplication>
+#include <QLocale>
 #include <QTest>
 #include <QTimer>
 #include <QWindow>
 #include <exception>
 #include <string_view>
+
+#include <gtest/gtest.h>
 
 #include "app/startup.h"
 #include "platform/qt/application.h"
@@ -73,3 +76,20 @@ void ClickCentre(QWidget& widget) {
 }
 
 }  // namespace korvane::proof
+
+// The one QApplication of the proof tests, made as the program makes it, in the C locale, so
+// that it outlives every run of the program inside a test. The offscreen platform's notices that
+// it cannot raise or pop up a window would bury what matters in the output.
+int main(int argc, char** argv) {
+    ::testing::InitGoogleTest(&argc, argv);
+    static const QtMessageHandler qtHandler = qInstallMessageHandler(
+        [](QtMsgType type, const QMessageLogContext& context, const QString& text) {
+            if (!text.startsWith(QLatin1String("This plugin does not support"))) {
+                qtHandler(type, context, text);
+            }
+        });
+    QApplication app(argc, argv);
+    platform::RuntimeInit();
+    QLocale::setDefault(QLocale::c());
+    return RUN_ALL_TESTS();
+}

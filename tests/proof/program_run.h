@@ -1,8 +1,8 @@
-// What the proof tests share: the whole program run in this process as main runs it, with a
-// driver that acts as the user from inside the loop, and the reset that lets the next run start
-// from nothing again. The driver finds windows and controls without the platform's user-interface
-// operations (the registry, the controls in creation order, their Qt widgets), so that it adds
-// nothing to the operations a fault-injection test counts.
+// What the proof tests share, besides their main: the whole program run in this process as main
+// runs it, with a driver that acts as the user from inside the loop, and the reset that lets the
+// next run start from nothing again. The driver finds windows and controls without the
+// platform's user-interface operations (the registry, the controls in creation order, their Qt
+// widgets), so that it adds nothing to the operations a fault-injection test counts.
 #pragma once
 
 #include <QWidget>
