@@ -12,7 +12,7 @@
 #include <QTimer>
 #include <QToolTip>
 #include <QWidget>
-#include <iostream>
+#include <cstdio>
 #include <memory>
 #include <thread>
 #include <typeinfo>
@@ -93,7 +93,8 @@ bool GuiIsUp() {
 }
 
 void ReportFault(const FailureText& text) {
-    std::cerr << "Korvane: " << text.className << ": " << text.message << std::endl;
+    // stdio rather than iostreams: the streams' set-up would cost every run's start-up memory.
+    std::fprintf(stderr, "Korvane: %s: %s\n", text.className.c_str(), text.message.c_str());
     if (!GuiIsUp() || State().messageHook || State().reporting) {
         return;
     }
@@ -357,7 +358,7 @@ void _UnhandledException(std::exception_ptr failure) {
             ReportFault(Describe(failure));
         }
     } catch (...) {
-        std::cerr << "Korvane: a fault report failed in its turn" << std::endl;
+        std::fputs("Korvane: a fault report failed in its turn\n", stderr);
     }
     EndRun(1);
 }
