@@ -25,67 +25,85 @@ void ControlWnd::Layout() {
     platform::ApplyRecord(*this, records::ControlWnd.view());
 }
 
+// One control of the window, in creation order: how it is made, its name, its record, and the
+// handlers it gets once the record is in (before the next control exists).
+struct ControlWnd::Part {
+    platform::Object& (ControlWnd::*make)(const std::string& name);
+    const char* name;
+    std::string_view record;
+    void (*wire)(ControlWnd& window);
+};
+
+template <class C>
+platform::Object& ControlWnd::Make(const std::string& name) {
+    return Create<C>(name);
+}
+
+// The picture goes in before the record.
+platform::Object& ControlWnd::MakeTitle(const std::string& name) {
+    Create<Canvas>(name).Backdrop(tlarge());
+    return Named<Canvas>(name);
+}
+
 void ControlWnd::CreateControls() {
-    _CreateControls0();
-    _CreateControls1();
+    using W = ControlWnd;
+    namespace r = records;
+    // clang-format off
+    static constexpr std::array<Part, 33> kParts{{
+        {&W::Make<Label>, "n2text", r::n2text.view(), nullptr},
+        {&W::Make<TextField>, "rfld", r::rfld.view(), nullptr},
+        {&W::Make<GroupBox>, "GroupBox2", r::GroupBox2.view(), nullptr},
+        {&W::Make<TextField>, "m2fld", r::m2fld.view(), [](W& w) {
+            w.m2fld().KeyDown = Delegate(w, &W::m2fld_KeyDown); }},
+        {&W::Make<TextField>, "sd2fld", r::sd2fld.view(), [](W& w) {
+            w.sd2fld().KeyDown = Delegate(w, &W::sd2fld_KeyDown); }},
+        {&W::Make<TextField>, "n2fld", r::n2fld.view(), nullptr},
+        {&W::Make<Label>, "StaticText3", r::StaticText3.view(), nullptr},
+        {&W::Make<Label>, "StaticText4", r::StaticText4.view(), nullptr},
+        {&W::Make<Separator>, "Sep2", r::Sep2.view(), nullptr},
+        {&W::Make<Label>, "rtext", r::rtext.view(), nullptr},
+        {&W::Make<GroupBox>, "GroupBox1", r::GroupBox1.view(), nullptr},
+        {&W::Make<TextField>, "m1fld", r::m1fld.view(), [](W& w) {
+            w.m1fld().KeyDown = Delegate(w, &W::m1fld_KeyDown); }},
+        {&W::Make<TextField>, "sd1fld", r::sd1fld.view(), [](W& w) {
+            w.sd1fld().KeyDown = Delegate(w, &W::sd1fld_KeyDown); }},
+        {&W::Make<TextField>, "n1fld", r::n1fld.view(), nullptr},
+        {&W::Make<Label>, "StaticText1", r::StaticText1.view(), nullptr},
+        {&W::Make<Label>, "StaticText2", r::StaticText2.view(), nullptr},
+        {&W::Make<Label>, "StaticText7", r::StaticText7.view(), nullptr},
+        {&W::Make<Separator>, "Sep1", r::Sep1.view(), nullptr},
+        {&W::MakeTitle, "HalbrineTitle", r::HalbrineTitle.view(), [](W& w) {
+            w.HalbrineTitle().MouseExit = Delegate(w, &W::HalbrineTitle_MouseExit);
+            w.HalbrineTitle().MouseEnter = Delegate(w, &W::HalbrineTitle_MouseEnter); }},
+        {&W::Make<PushButton>, "CalcBtn", r::CalcBtn.view(), [](W& w) {
+            w.CalcBtn().Action = Delegate(w, &W::CalcBtn_Action); }},
+        {&W::Make<PushButton>, "ClearBtn", r::ClearBtn.view(), [](W& w) {
+            w.ClearBtn().Action = Delegate(w, &W::ClearBtn_Action); }},
+        {&W::Make<Label>, "copyright", r::copyright.view(), nullptr},
+        {&W::Make<TextField>, "tfld", r::tfld.view(), nullptr},
+        {&W::Make<TextField>, "pfld", r::pfld.view(), nullptr},
+        {&W::Make<Label>, "dtail", r::dtail.view(), nullptr},
+        {&W::Make<RadioButton>, "IBtn", r::IBtn.view(), [](W& w) {
+            w.IBtn().Action = Delegate(w, &W::IBtn_Action); }},
+        {&W::Make<RadioButton>, "RBtn", r::RBtn.view(), [](W& w) {
+            w.RBtn().Action = Delegate(w, &W::RBtn_Action); }},
+        {&W::Make<GroupBox>, "typeBox", r::typeBox.view(), [](W& w) {
+            w.typeBox().MouseDown = Delegate(w, &W::typeBox_MouseDown); }},
+        {&W::Make<Label>, "ttext", r::ttext.view(), nullptr},
+        {&W::Make<TextField>, "dfFld", r::dfFld.view(), nullptr},
+        {&W::Make<Label>, "dfText", r::dfText.view(), nullptr},
+        {&W::Make<Label>, "StaticText5", r::StaticText5.view(), nullptr},
+        {&W::Make<PushButton>, "PushButton1", r::PushButton1.view(), [](W& w) {
+            w.PushButton1().MouseDown = Delegate(w, &W::PushButton1_MouseDown); }},
+    }};
+    // clang-format on
+    for (const Part& part : kParts) {
+        platform::ApplyRecord((this->*part.make)(part.name), part.record);
+        if (part.wire != nullptr) {
+            part.wire(*this);
+        }
+    }
     NameControlsForScreenReaders();
-}
-
-// Controls 1 to 30, in table order. Each gets its record before its handlers, and its handlers
-// before the next control exists.
-void ControlWnd::_CreateControls0() {
-    using platform::ApplyRecord;
-    ApplyRecord(Create<Label>("n2text"), records::n2text.view());
-    ApplyRecord(Create<TextField>("rfld"), records::rfld.view());
-    ApplyRecord(Create<GroupBox>("GroupBox2"), records::GroupBox2.view());
-    ApplyRecord(Create<TextField>("m2fld"), records::m2fld.view());
-    m2fld().KeyDown = Delegate(*this, &ControlWnd::m2fld_KeyDown);
-    ApplyRecord(Create<TextField>("sd2fld"), records::sd2fld.view());
-    sd2fld().KeyDown = Delegate(*this, &ControlWnd::sd2fld_KeyDown);
-    ApplyRecord(Create<TextField>("n2fld"), records::n2fld.view());
-    ApplyRecord(Create<Label>("StaticText3"), records::StaticText3.view());
-    ApplyRecord(Create<Label>("StaticText4"), records::StaticText4.view());
-    ApplyRecord(Create<Separator>("Sep2"), records::Sep2.view());
-    ApplyRecord(Create<Label>("rtext"), records::rtext.view());
-    ApplyRecord(Create<GroupBox>("GroupBox1"), records::GroupBox1.view());
-    ApplyRecord(Create<TextField>("m1fld"), records::m1fld.view());
-    m1fld().KeyDown = Delegate(*this, &ControlWnd::m1fld_KeyDown);
-    ApplyRecord(Create<TextField>("sd1fld"), records::sd1fld.view());
-    sd1fld().KeyDown = Delegate(*this, &ControlWnd::sd1fld_KeyDown);
-    ApplyRecord(Create<TextField>("n1fld"), records::n1fld.view());
-    ApplyRecord(Create<Label>("StaticText1"), records::StaticText1.view());
-    ApplyRecord(Create<Label>("StaticText2"), records::StaticText2.view());
-    ApplyRecord(Create<Label>("StaticText7"), records::StaticText7.view());
-    ApplyRecord(Create<Separator>("Sep1"), records::Sep1.view());
-    Create<Canvas>("HalbrineTitle").Backdrop(tlarge());  // the picture goes in before the record
-    ApplyRecord(HalbrineTitle(), records::HalbrineTitle.view());
-    HalbrineTitle().MouseExit = Delegate(*this, &ControlWnd::HalbrineTitle_MouseExit);
-    HalbrineTitle().MouseEnter = Delegate(*this, &ControlWnd::HalbrineTitle_MouseEnter);
-    ApplyRecord(Create<PushButton>("CalcBtn"), records::CalcBtn.view());
-    CalcBtn().Action = Delegate(*this, &ControlWnd::CalcBtn_Action);
-    ApplyRecord(Create<PushButton>("ClearBtn"), records::ClearBtn.view());
-    ClearBtn().Action = Delegate(*this, &ControlWnd::ClearBtn_Action);
-    ApplyRecord(Create<Label>("copyright"), records::copyright.view());
-    ApplyRecord(Create<TextField>("tfld"), records::tfld.view());
-    ApplyRecord(Create<TextField>("pfld"), records::pfld.view());
-    ApplyRecord(Create<Label>("dtail"), records::dtail.view());
-    ApplyRecord(Create<RadioButton>("IBtn"), records::IBtn.view());
-    IBtn().Action = Delegate(*this, &ControlWnd::IBtn_Action);
-    ApplyRecord(Create<RadioButton>("RBtn"), records::RBtn.view());
-    RBtn().Action = Delegate(*this, &ControlWnd::RBtn_Action);
-    ApplyRecord(Create<GroupBox>("typeBox"), records::typeBox.view());
-    typeBox().MouseDown = Delegate(*this, &ControlWnd::typeBox_MouseDown);
-    ApplyRecord(Create<Label>("ttext"), records::ttext.view());
-    ApplyRecord(Create<TextField>("dfFld"), records::dfFld.view());
-}
-
-// Controls 31 to 33.
-void ControlWnd::_CreateControls1() {
-    using platform::ApplyRecord;
-    ApplyRecord(Create<Label>("dfText"), records::dfText.view());
-    ApplyRecord(Create<Label>("StaticText5"), records::StaticText5.view());
-    ApplyRecord(Create<PushButton>("PushButton1"), records::PushButton1.view());
-    PushButton1().MouseDown = Delegate(*this, &ControlWnd::PushButton1_MouseDown);
 }
 
 // The fields have no caption of their own, the frame of the radio buttons shows none and "?"

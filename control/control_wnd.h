@@ -105,8 +105,10 @@ class ControlWnd : public platform::WindowClass<ControlWnd> {
     bool _AboutHalbrine_Action();
 
   private:
-    void _CreateControls0();
-    void _CreateControls1();
+    struct Part;
+    template <class C>
+    platform::Object& Make(const std::string& name);
+    platform::Object& MakeTitle(const std::string& name);
     template <class Item>
     Item& MenuItemNamed(const std::string& name) const;
     void ShowCommonEntryControls();

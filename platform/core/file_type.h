@@ -32,23 +32,17 @@ class FileType : public Classed<FileType> {
   public:
     static const ClassInfo& StaticClass();
 
+    // Register hands the registry the name, creator, type, extensions and UTI; the MIME type and
+    // what the type conforms to are kept, nothing on this desktop reads them.
     void Name(const std::string& v) { Assign(name_, v); }
-    const std::string& Name() const { return name_; }
     void Extensions(const std::string& v) { Assign(extensions_, v); }
-    const std::string& Extensions() const { return extensions_; }
     void MacType(const std::string& v) { Assign(macType_, v); }
-    const std::string& MacType() const { return macType_; }
     void MacCreator(const std::string& v) { Assign(macCreator_, v); }
-    const std::string& MacCreator() const { return macCreator_; }
     void MimeType(const std::string& v) { Assign(mimeType_, v); }
-    const std::string& MimeType() const { return mimeType_; }
     void ConformsTo(const std::string& v) { Assign(conformsTo_, v); }
-    const std::string& ConformsTo() const { return conformsTo_; }
     void UTI(const std::string& v) { Assign(uti_, v); }
-    const std::string& UTI() const { return uti_; }
     // Not part of what the registry is given, so changing it keeps the registration.
     void Imported(bool v) { imported_ = v; }
-    bool Imported() const { return imported_; }
 
     void Register();  // registers the type unless it is registered already
     void Deregister();

@@ -63,21 +63,17 @@ bool RaiseMouseDown(Control* control, QMouseEvent* event) {
 
 namespace qt {
 
-void ButtonWidget::mousePressEvent(QMouseEvent* event) {
-    if (RaiseMouseDown(owner, event)) {
+template <class QtButton, class Control>
+void PressWidget<QtButton, Control>::mousePressEvent(QMouseEvent* event) {
+    if (RaiseMouseDown(this->owner, event)) {
         event->accept();
         return;
     }
-    QPushButton::mousePressEvent(event);
+    QtButton::mousePressEvent(event);
 }
 
-void RadioWidget::mousePressEvent(QMouseEvent* event) {
-    if (RaiseMouseDown(owner, event)) {
-        event->accept();
-        return;
-    }
-    QRadioButton::mousePressEvent(event);
-}
+template class PressWidget<QPushButton, PushButton>;
+template class PressWidget<QRadioButton, RadioButton>;
 
 bool PressDefaultButton(Window& window) {
     for (std::size_t i = 0; i < window.ControlCount(); ++i) {

@@ -55,19 +55,27 @@ void SetTextColour(QWidget& widget, Colour colour);
 void SetBaseColour(QWidget& widget, Colour colour);
 Qt::Alignment HorizontalAlignment(std::int64_t textAlignment);
 
+// A widget that knows the control it shows, so that its Qt events reach that control's.
+template <class QtWidget, class Control>
+class OwnedWidget : public QtWidget {
+  public:
+    explicit OwnedWidget(Control* control) : owner(control) {}
+    Control* owner;
+};
+
 class LabelWidget : public QLabel {
   public:
     LabelWidget();
 
   protected:
+    // A click passes through to what lies beneath, unless the text is selectable.
     void mousePressEvent(QMouseEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;  // shrinks a line too wide to fit
 };
 
-class FieldWidget : public QLineEdit {
+class FieldWidget : public OwnedWidget<QLineEdit, TextField> {
   public:
-    explicit FieldWidget(TextField* control) : owner(control) {}
-    TextField* owner;
+    using OwnedWidget::OwnedWidget;
 
   protected:
     bool event(QEvent* event) override;
@@ -78,10 +86,9 @@ class AreaWidget : public QTextEdit {
     AreaWidget() = default;
 };
 
-class BoxWidget : public QGroupBox {
+class BoxWidget : public OwnedWidget<QGroupBox, GroupBox> {
   public:
-    explicit BoxWidget(GroupBox* control) : owner(control) {}
-    GroupBox* owner;
+    using OwnedWidget::OwnedWidget;
 
   protected:
     void mousePressEvent(QMouseEvent* event) override;
@@ -92,33 +99,31 @@ class SeparatorWidget : public QFrame {
     SeparatorWidget();
 
   protected:
-    void resizeEvent(QResizeEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;  // upright when taller than wide
     void mousePressEvent(QMouseEvent* event) override;
 };
 
-class ButtonWidget : public QPushButton {
+// A button whose MouseDown handler may take the press before Qt's own handling of it.
+template <class QtButton, class Control>
+class PressWidget : public OwnedWidget<QtButton, Control> {
   public:
-    explicit ButtonWidget(PushButton* control) : owner(control) {}
-    PushButton* owner;
+    using OwnedWidget<QtButton, Control>::OwnedWidget;
+
+  protected:
+    void mousePressEvent(QMouseEvent* event) override;
+};
+
+class ButtonWidget : public PressWidget<QPushButton, PushButton> {
+  public:
+    using PressWidget::PressWidget;
     bool isDefault = false;  // the record's Default: may answer Return in a text field
-
-  protected:
-    void mousePressEvent(QMouseEvent* event) override;
 };
 
-class RadioWidget : public QRadioButton {
-  public:
-    explicit RadioWidget(RadioButton* control) : owner(control) {}
-    RadioButton* owner;
+using RadioWidget = PressWidget<QRadioButton, RadioButton>;
 
-  protected:
-    void mousePressEvent(QMouseEvent* event) override;
-};
-
-class CanvasWidget : public QWidget {
+class CanvasWidget : public OwnedWidget<QWidget, Canvas> {
   public:
-    explicit CanvasWidget(Canvas* control) : owner(control) {}
-    Canvas* owner;
+    using OwnedWidget::OwnedWidget;
     Picture* picture = nullptr;
     QPixmap pixmap;
     bool allowFocus = false;

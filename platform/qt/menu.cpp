@@ -147,6 +147,23 @@ bool CanEdit(EditCommand command) {
     return false;
 }
 
+// The command on a line or an area: both answer it by the same names.
+template <class Editor>
+void Edit(Editor& editor, EditCommand command) {
+    switch (command) {
+        case EditCommand::Undo:
+            return editor.undo();
+        case EditCommand::Cut:
+            return editor.cut();
+        case EditCommand::Copy:
+            return editor.copy();
+        case EditCommand::Paste:
+            return editor.paste();
+        case EditCommand::None:
+            return;
+    }
+}
+
 // An Edit command that no handler took does its work on the focused text field, where the field
 // can do it: never a change to a read-only one.
 void EditFocusedText(EditCommand command) {
@@ -154,23 +171,10 @@ void EditFocusedText(EditCommand command) {
         return;
     }
     QWidget* focus = QApplication::focusWidget();
-    auto* line = qobject_cast<QLineEdit*>(focus);
-    auto* area = qobject_cast<QTextEdit*>(focus);
-    switch (command) {
-        case EditCommand::Undo:
-            line != nullptr ? line->undo() : area->undo();
-            break;
-        case EditCommand::Cut:
-            line != nullptr ? line->cut() : area->cut();
-            break;
-        case EditCommand::Copy:
-            line != nullptr ? line->copy() : area->copy();
-            break;
-        case EditCommand::Paste:
-            line != nullptr ? line->paste() : area->paste();
-            break;
-        case EditCommand::None:
-            break;
+    if (auto* line = qobject_cast<QLineEdit*>(focus)) {
+        Edit(*line, command);
+    } else {
+        Edit(*qobject_cast<QTextEdit*>(focus), command);
     }
 }
 

@@ -381,12 +381,12 @@ const ClassInfo& Window::StaticClass() {
         "Window",
         &Object::StaticClass(),
         {
-            Property<&Window::SetWidth>("Width"),
-            Property<&Window::SetHeight>("Height"),
-            Property<&Window::SetMinimumWidth>("MinimumWidth"),
-            Property<&Window::SetMinimumHeight>("MinimumHeight"),
-            Property<&Window::SetMaximumWidth>("MaximumWidth"),
-            Property<&Window::SetMaximumHeight>("MaximumHeight"),
+            Property<&Window::SetSize<&Impl::width>>("Width"),
+            Property<&Window::SetSize<&Impl::height>>("Height"),
+            Property<&Window::SetSize<&Impl::minWidth>>("MinimumWidth"),
+            Property<&Window::SetSize<&Impl::minHeight>>("MinimumHeight"),
+            Property<&Window::SetSize<&Impl::maxWidth>>("MaximumWidth"),
+            Property<&Window::SetSize<&Impl::maxHeight>>("MaximumHeight"),
             Property<&Window::SetType>("Type"),
             Property<&Window::SetTitle>("Title"),
             Property<&Window::SetHasCloseButton>("HasCloseButton"),
@@ -560,28 +560,9 @@ Control* Window::ControlAt(std::size_t index) const {
     return index < impl_->controls.size() ? impl_->controls[index].get() : nullptr;
 }
 
-void Window::SetWidth(std::int64_t v) {
-    impl_->Resize(impl_->width, v);
-}
-
-void Window::SetHeight(std::int64_t v) {
-    impl_->Resize(impl_->height, v);
-}
-
-void Window::SetMinimumWidth(std::int64_t v) {
-    impl_->Resize(impl_->minWidth, v);
-}
-
-void Window::SetMinimumHeight(std::int64_t v) {
-    impl_->Resize(impl_->minHeight, v);
-}
-
-void Window::SetMaximumWidth(std::int64_t v) {
-    impl_->Resize(impl_->maxWidth, v);
-}
-
-void Window::SetMaximumHeight(std::int64_t v) {
-    impl_->Resize(impl_->maxHeight, v);
+template <int Window::Impl::*Size>
+void Window::SetSize(std::int64_t v) {
+    impl_->Resize((*impl_).*Size, v);
 }
 
 void Window::SetType(std::int64_t v) {

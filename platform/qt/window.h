@@ -102,12 +102,6 @@ class Window : public Classed<Window> {
     Control* ControlAt(std::size_t index) const;
 
     // Record setters (used through the property table).
-    void SetWidth(std::int64_t v);
-    void SetHeight(std::int64_t v);
-    void SetMinimumWidth(std::int64_t v);
-    void SetMinimumHeight(std::int64_t v);
-    void SetMaximumWidth(std::int64_t v);
-    void SetMaximumHeight(std::int64_t v);
     void SetType(std::int64_t v);
     void SetTitle(std::string v);
     void SetHasCloseButton(bool v);
@@ -124,6 +118,9 @@ class Window : public Classed<Window> {
   private:
     struct Impl;
     std::unique_ptr<Impl> impl_;
+    // The record setter of Width, Height and their minimum and maximum: one size of the frame.
+    template <int Impl::*Size>
+    void SetSize(std::int64_t v);
 };
 
 // The living window of that run-time class, or nullptr if there is none.
