@@ -16,10 +16,9 @@ namespace {
 using namespace sample;
 
 // Adds an item named after its caption ("About" is AboutMenuItem) to `menu`.
-platform::MenuItem& Add(platform::MenuItem& menu, const std::string& caption,
-                        const std::string& shortcut = "",
-                        std::unique_ptr<platform::MenuItem> item = nullptr) {
-    item = item ? std::move(item) : std::make_unique<platform::MenuItem>();
+platform::MenuItem& Add(
+    platform::MenuItem& menu, const std::string& caption, const std::string& shortcut = "",
+    std::unique_ptr<platform::MenuItem> item = std::make_unique<platform::MenuItem>()) {
     item->Constructor();
     item->Name(caption + "MenuItem");
     item->Value(caption);
