@@ -21,22 +21,22 @@ using platform::ApplyRecord;
 using platform::Property;
 using platform::RecordFormatException;
 using Lines = std::vector<std::string>;
+using namespace std::string_literals;
 
 // A property of every record form; Value is an integer here.
 class FakeControl : public platform::Object {
   public:
     static const platform::ClassInfo& StaticClass() {
-        static const platform::ClassInfo info{
-            "FakeControl",
-            &Object::StaticClass(),
-            {Property<&FakeControl::SetLeft>("Left"), Property<&FakeControl::SetValue>("Value"),
-             Property<&FakeControl::SetEnabled>("Enabled"),
-             Property<&FakeControl::SetFontUnit>("FontUnit"),
-             Property<&FakeControl::SetTextColor>("TextColor"),
-             Property<&FakeControl::SetFontSize>("FontSize"),
-             Property<&FakeControl::SetLineSpacing>("LineSpacing"),
-             Property<&FakeControl::SetText>("Text"),
-             platform::StoredOnly("Composite", platform::Form::Boolean)}};
+        // clang-format off
+        static const platform::ClassInfo info{"FakeControl", &Object::StaticClass(), {
+            Property<&FakeControl::SetLeft>("Left"), Property<&FakeControl::SetValue>("Value"),
+            Property<&FakeControl::SetEnabled>("Enabled"), Property<&FakeControl::SetText>("Text"),
+            Property<&FakeControl::SetFontUnit>("FontUnit"),
+            Property<&FakeControl::SetTextColor>("TextColor"),
+            Property<&FakeControl::SetFontSize>("FontSize"),
+            Property<&FakeControl::SetLineSpacing>("LineSpacing"),
+            platform::StoredOnly("Composite", platform::Form::Boolean)}};
+        // clang-format on
         return info;
     }
     const platform::ClassInfo& Class() const override { return StaticClass(); }
@@ -68,14 +68,6 @@ class FakeLabel : public FakeControl {
     void SetValue(const std::string& v) { Log("Value", v); }
 };
 
-std::string Bytes(std::initializer_list<int> bytes) {
-    std::string out;
-    for (int b : bytes) {
-        out.push_back(static_cast<char>(b));
-    }
-    return out;
-}
-
 // A hand-made record: the leading byte, then `body` as it stands.
 std::string HandMade(std::string_view body) {
     return static_cast<char>(body.size() < 255 ? body.size() : 255) + std::string(body);
@@ -103,14 +95,13 @@ TEST(RecordEncoder, WritesTheLeadingByteThenEachFieldLittleEndian) {
         PLATFORM_RECORD(Int("Period", 4000), Int("Left", -2), Bool("Enabled", true),
                         Enum8("FontUnit", 200), Color("TextColor", 0xCC0000),
                         Single("FontSize", 12.0f), Double("LineSpacing", 1.0), Str("Text", "© A"));
+    // clang-format off
     EXPECT_EQ(std::string(record.view()),
-              Bytes({107}) + "Period " + Bytes({0xA0, 0x0F, 0, 0, 0, 0, 0, 0}) + "Left " +
-                  Bytes({0xFE, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF}) + "Enabled " +
-                  Bytes({1}) + "FontUnit " + Bytes({200}) + "TextColor " + Bytes({0, 0, 0xCC, 0}) +
-                  "FontSize " + Bytes({0, 0, 0x40, 0x41}) + "LineSpacing " +
-                  Bytes({0, 0, 0, 0, 0, 0, 0xF0, 0x3F}) + "Text " + Bytes({4, 0, 0, 0}) +
-                  "\xC2\xA9 A");
-    EXPECT_EQ(std::string(PLATFORM_RECORD().view()), Bytes({0}));
+              "\x6B" "Period \xA0\x0F\0\0\0\0\0\0" "Left \xFE\xFF\xFF\xFF\xFF\xFF\xFF\xFF"
+              "Enabled \x01" "FontUnit \xC8" "TextColor \0\0\xCC\0" "FontSize \0\0\x40\x41"
+              "LineSpacing \0\0\0\0\0\0\xF0\x3F" "Text \x04\0\0\0" "\xC2\xA9 A"s);
+    // clang-format on
+    EXPECT_EQ(std::string(PLATFORM_RECORD().view()), "\0"s);
     EXPECT_EQ(PLATFORM_RECORD(Str("Text", kFill.view())).view()[0], '\xFF');  // capped at 255
 }
 
@@ -129,7 +120,7 @@ TEST(RecordReader, AppliesEveryFormInRecordOrderWhateverTheCaseOfTheNames) {
                      "Left=4"}));  // Composite and MacProcID reach no setter
     // The length comes from the view: a wrong leading byte changes nothing.
     for (char leading : {'\x00', '\x05', '\xFF'}) {
-        std::string wrong = HandMade("Left " + Int64(52) + "Enabled " + Bytes({0}));
+        std::string wrong = HandMade("Left " + Int64(52) + "Enabled \0"s);
         wrong[0] = leading;
         EXPECT_EQ(Applied(FakeControl(), wrong), (Lines{"Left=52", "Enabled=0"}));
     }
@@ -145,11 +136,10 @@ TEST(RecordReader, TheClassDecidesTheFormOfAPropertyItsOwnTableFirst) {
 TEST(RecordReader, ABadRecordFailsNamedAndKeepsWhatCameBefore) {
     // clang-format off
     const std::pair<std::string, const char*> tails[] = {
-        {"Left " + Bytes({1, 2, 3}), "past the end"}, {"Enabled ", "past the end"},
-        {"FontSize " + Bytes({0, 0, 0x40}), "past the end"},
-        {"Text " + Bytes({10, 0, 0, 0}) + "abc", "past the end"},
-        {"Text " + Bytes({0xFF, 0xFF, 0xFF, 0xFF}), "past the end"},
-        {"Text " + Bytes({0, 0}), "past the end"}, {"MacProcID " + Bytes({0, 0}), "past the end"},
+        {"Left \x01\x02\x03", "past the end"}, {"Enabled ", "past the end"},
+        {"FontSize \0\0\x40"s, "past the end"}, {"Text \x0A\0\0\0" "abc"s, "past the end"},
+        {"Text \xFF\xFF\xFF\xFF", "past the end"}, {"Text \0\0"s, "past the end"},
+        {"MacProcID \0\0"s, "past the end"},
         {"Bogus " + Int64(0), "Bogus is no property of FakeControl"},
         {"Left", ""}, {" " + Int64(0), ""}, {"Le1ft " + Int64(0), ""}, {"L\xC3\xA9" "ft " + Int64(0), ""}};
     // clang-format on

@@ -15,7 +15,6 @@
 #include "platform/core/delegate.h"
 #include "platform/core/record.h"
 #include "platform/core/record_encoder.h"
-#include "platform/core/recorder.h"
 #include "platform/qt/controls.h"
 #include "platform/qt/runtime.h"
 #include "platform/qt/window.h"
@@ -132,7 +131,7 @@ class FormWnd : public platform::Window {
 };
 
 // Every platform test starts from no windows, no pending quit, hooks that collect failures (by
-// class name) and answer messages instead of reporting or showing them, and the recorder off.
+// class name) and answer messages instead of reporting or showing them.
 class PlatformTest : public testing::Test {
   protected:
     void SetUp() override {
@@ -147,7 +146,6 @@ class PlatformTest : public testing::Test {
             }
         });
         platform::SetMessageBoxHook([](const std::string&) {});
-        platform::recorder::Stop();
     }
     void TearDown() override {
         platform::DestroyAllWindows();
