@@ -55,15 +55,67 @@ const QStringList kKeys = QStringLiteral(
                               "Ctrl+C Ctrl+V Ctrl+X Ctrl+Z Alt+F Meta+5")
                               .split(' ');
 
-class Monkey {
-  public:
-    Monkey(std::uint64_t seed, std::uint64_t keys) : rng_(seed), keysWanted_(keys) {}
+struct Monkey {
+    Monkey(std::uint64_t seed, std::uint64_t keys) : rng(seed), keysWanted(keys) {}
+    std::size_t Below(std::size_t n) {
+        return std::uniform_int_distribution<std::size_t>(0, n - 1)(rng);
+    }
+    static ControlWnd* Form() {
+        return static_cast<ControlWnd*>(LivingWindow(ControlWnd::kClassName));
+    }
+    static AboutWnd* About() { return static_cast<AboutWnd*>(LivingWindow(AboutWnd::kClassName)); }
 
+    void Activate(QWidget& window) {
+        if (QApplication::activeWindow() != &window) {
+            window.activateWindow();
+            QCoreApplication::processEvents();
+        }
+    }
+    void Press(QWidget& window, QKeyCombination key) {
+        Activate(window);
+        if (key == (Qt::CTRL | Qt::Key_Q) && ending == 0) {
+            ending = 1;
+        }
+        QTest::keyClick(window.windowHandle(), key.key(), key.keyboardModifiers());
+    }
+    void Problem(const std::string& what) {
+        problems.push_back(what + " at event " + std::to_string(events));
+        ending = 1;
+        platform::Quit(0);
+    }
+
+    // The form's state and the parts it shows must agree; dtail is shown but never enabled.
+    void CheckTheForm() {
+        if (Form() == nullptr) {
+            return;
+        }
+        const bool i = Form()->IBtn().Value(), r = Form()->RBtn().Value();
+        const bool results = !ControlWidget(*Form(), "pfld")->isHidden();
+        const std::string state = std::string(r ? "related" : (i ? "independent" : "none")) +
+                                  (results ? " with results" : "");
+        const std::string shown = std::string("*") + (i || r ? "e" : "") + (i ? "i" : "") +
+                                  (r ? "r" : "") + (results ? "R" : "");
+        bool allowed = !(i && r) && Globals::btn >= 0 && Globals::btn <= 2;
+        for (const auto& [part, names] : kParts) {
+            const bool on = shown.find(part) != std::string::npos;
+            for (const QString& name : QString(names).split(' ')) {
+                const QWidget& widget = *ControlWidget(*Form(), name.toStdString());
+                allowed = allowed && widget.isHidden() != on &&
+                          (!on || widget.testAttribute(Qt::WA_ForceDisabled) == (name == "dtail"));
+            }
+        }
+        if (!allowed) {
+            Problem("the form is in no allowed state, near " + state);
+        }
+        statesSeen.insert(state);
+    }
+
+    void Turn();
     // Starts the program and plays until it quits; true while more key presses are wanted.
     bool PlaySession() {
         QTimer turn;
         QObject::connect(&turn, &QTimer::timeout, [this] { Turn(); });
-        ending_ = 0;
+        ending = 0;
         const int status = RunProgram(
             [&turn] {
                 // The about window's timer counts wall-clock time, which no seed repeats: the
@@ -80,217 +132,147 @@ class Monkey {
             [this](const std::string& failure) {
                 Problem("a failure reached the report: " + failure);
             });
-        other_.hide();
+        other.hide();
         if (status != 0) {
             Problem("the program ended with status " + std::to_string(status));
         }
-        return problems.empty() && keys < keysWanted_;
+        return problems.empty() && keys < keysWanted;
     }
 
+    std::mt19937_64 rng;
+    std::uint64_t keysWanted, keys = 0, messages = 0, events = 0;
+    int ending = 0;  // turns since the program was told to end, from 1
     std::vector<std::string> problems;
-    std::uint64_t keys = 0, messages = 0;
     std::set<std::string> statesSeen;
-
-  private:
-    void Turn() {
-        QCoreApplication::processEvents();
-        CheckTheForm();
-        if (ending_ > 0 && ++ending_ == 100) {
-            Problem("the program still runs 100 turns after it was told to end");
-        }
-        if (!problems.empty() || ending_ > 0) {
-            return;
-        }
-        platform::Window* shown = AnyWindow();
-        ++events_;
-        if (keys >= keysWanted_ || shown == nullptr) {
-            ending_ = 1;  // the calculator closed, or Ctrl+Q in the about window
-            if (Form() != nullptr) {
-                Form()->Widget()->close();
-            } else if (shown != nullptr) {
-                Press(*shown->Widget(), Qt::CTRL | Qt::Key_Q);
-            }
-        } else {
-            using Action = void (Monkey::*)(platform::Window&);
-            // Per thousand events; the calculator's close is rare so that sessions last.
-            static constexpr std::pair<std::size_t, Action> kActions[] = {
-                {495, &Monkey::PressAKey},
-                {5, &Monkey::FireTheAboutTimer},
-                {120, &Monkey::TypeANumber},
-                {280, &Monkey::Click},
-                {35, &Monkey::ChooseFromTheMenu},
-                {62, &Monkey::SwitchPrograms},
-                {3, &Monkey::Close},
-            };
-            std::size_t roll = Below(1000), i = 0;
-            while (roll >= kActions[i].first) {
-                roll -= kActions[i++].first;
-            }
-            (this->*kActions[i].second)(*shown);
-        }
-    }
-
-    // The keyboard goes to the active window; the user first comes back to one of ours.
-    void PressAKey(platform::Window& shown) {
-        QWidget* active = QApplication::activeWindow();
-        ++keys;
-        Press(
-            active != nullptr && active != &other_ && active->isVisible() ? *active
-                                                                          : *shown.Widget(),
-            Below(2000) == 0 ? Qt::CTRL | Qt::Key_Q : QKeySequence(kKeys[Below(kKeys.size())])[0]);
-    }
-
-    // The user means it: a click into an entry field, its text selected, a number that fits the
-    // field more often than not.
-    void TypeANumber(platform::Window& /*shown*/) {
-        const std::string field = kFields[Below(std::size(kFields))];
-        QWidget* widget = Form() != nullptr ? ControlWidget(*Form(), field) : nullptr;
-        if (widget == nullptr || !widget->isVisible()) {
-            return;
-        }
-        const std::string number =
-            field[0] == 'n' ? std::to_string(Below(10) == 0 ? Below(20000) : 2 + Below(60))
-            : field == "rfld"
-                ? (Below(2) == 0 ? "-." : ".") + std::to_string(Below(Below(10) == 0 ? 200 : 100))
-                : std::to_string(Below(200)) + "." + std::to_string(Below(100));
-        Activate(*widget->window());
-        ClickCentre(*widget);
-        Press(*widget->window(), Qt::CTRL | Qt::Key_A);
-        for (char c : number) {
-            ++keys;
-            Press(*widget->window(), Qt::Key(c));
-        }
-    }
-
-    // A click into a window activates it, as on any desktop. Half the clicks hit a random
-    // control's centre, as often as a user hits buttons and fields; the rest anywhere.
-    void Click(platform::Window& shown) {
-        auto* control =
-            dynamic_cast<platform::RectControl*>(shown.ControlAt(Below(shown.ControlCount())));
-        const QWidget& content = *shown.ContentWidget();
-        const QPoint point =
-            control != nullptr && control->Widget()->isVisible() && Below(2) == 0
-                ? control->Widget()->mapTo(shown.Widget(), control->Widget()->rect().center())
-                : content.mapTo(shown.Widget(),
-                                QPoint(1 + Below(std::max(1, content.width() - 2)),
-                                       1 + Below(std::max(1, content.height() - 2))));
-        Activate(*shown.Widget());
-        QTest::mouseClick(shown.Widget()->windowHandle(), Qt::LeftButton, {}, point);
-    }
-
-    // Opens one of the bar's menus and chooses one of the items it offers. A popup is not shown
-    // on the offscreen platform (it would become the active window, as on no desktop): opening
-    // is its aboutToShow, as Qt raises it.
-    void ChooseFromTheMenu(platform::Window& shown) {
-        if (Form() == nullptr) {
-            return SwitchPrograms(shown);
-        }
-        QList<QMenu*> menus = Form()->Widget()->findChild<QMenuBar*>()->findChildren<QMenu*>();
-        menus.removeIf([](QMenu* menu) { return !menu->menuAction()->isVisible(); });
-        QMenu* menu = menus[Below(menus.size())];
-        emit menu->aboutToShow();
-        QList<QAction*> offered = menu->actions();
-        offered.removeIf([](QAction* item) {
-            return !item->isVisible() || !item->isEnabled() || item->isSeparator() || item->menu();
-        });
-        emit menu->aboutToHide();
-        QAction* chosen = offered.empty() ? nullptr : offered[Below(offered.size())];
-        const bool quits = chosen != nullptr && chosen->text() == QLatin1String("Quit");
-        if (chosen != nullptr && (!quits || Below(10) == 0)) {  // let sessions last
-            ending_ = quits;
-            chosen->trigger();
-        }
-    }
-
-    void FireTheAboutTimer(platform::Window& /*shown*/) {
-        if (About() != nullptr) {
-            platform::ProtectedCall([] { About()->Timer1().Action(About()->Timer1()); });
-        }
-    }
-
-    // Another program takes the focus now and then.
-    void SwitchPrograms(platform::Window& shown) {
-        other_.show();
-        Activate(Below(4) == 0 ? other_ : *shown.Widget());
-    }
-
-    // The about window has no close button; the calculator's ends the run.
-    void Close(platform::Window& shown) {
-        if (&shown != About() && (&shown != Form() || Below(4) == 0)) {
-            ending_ = &shown == Form();
-            shown.Widget()->close();
-        }
-    }
-
-    void Press(QWidget& window, QKeyCombination key) {
-        Activate(window);
-        if (key == (Qt::CTRL | Qt::Key_Q) && ending_ == 0) {
-            ending_ = 1;
-        }
-        QTest::keyClick(window.windowHandle(), key.key(), key.keyboardModifiers());
-    }
-
-    void Activate(QWidget& window) {
-        if (QApplication::activeWindow() != &window) {
-            window.activateWindow();
-            QCoreApplication::processEvents();
-        }
-    }
-
-    platform::Window* AnyWindow() {
-        std::vector<platform::Window*> shown;
-        for (const char* name : kWindows) {
-            if (LivingWindow(name) != nullptr && LivingWindow(name)->Widget()->isVisible()) {
-                shown.push_back(LivingWindow(name));
-            }
-        }
-        return shown.empty() ? nullptr : shown[Below(shown.size())];
-    }
-
-    void CheckTheForm() {
-        if (Form() == nullptr) {
-            return;
-        }
-        const bool i = Form()->IBtn().Value(), r = Form()->RBtn().Value();
-        const bool results = !ControlWidget(*Form(), "pfld")->isHidden();
-        const std::string state = std::string(r ? "related" : (i ? "independent" : "none")) +
-                                  (results ? " with results" : "");
-        const std::string parts = std::string("*") + (i || r ? "e" : "") + (i ? "i" : "") +
-                                  (r ? "r" : "") + (results ? "R" : "");
-        bool allowed = !(i && r) && Globals::btn >= 0 && Globals::btn <= 2;
-        for (const auto& [part, names] : kParts) {
-            for (const QString& name : QString(names).split(' ')) {
-                const QWidget& widget = *ControlWidget(*Form(), name.toStdString());
-                const bool on = parts.find(part) != std::string::npos;
-                allowed = allowed && widget.isHidden() != on &&
-                          (!on || widget.testAttribute(Qt::WA_ForceDisabled) == (name == "dtail"));
-            }
-        }
-        if (!allowed) {
-            Problem("the form is in no allowed state, near " + state);
-        }
-        statesSeen.insert(state);
-    }
-
-    void Problem(const std::string& what) {
-        problems.push_back(what + " at event " + std::to_string(events_));
-        ending_ = 1;
-        platform::Quit(0);
-    }
-
-    std::size_t Below(std::size_t n) {
-        return std::uniform_int_distribution<std::size_t>(0, n - 1)(rng_);
-    }
-    static ControlWnd* Form() {
-        return static_cast<ControlWnd*>(LivingWindow(ControlWnd::kClassName));
-    }
-    static AboutWnd* About() { return static_cast<AboutWnd*>(LivingWindow(AboutWnd::kClassName)); }
-
-    std::mt19937_64 rng_;
-    std::uint64_t keysWanted_, events_ = 0;
-    int ending_ = 0;  // turns since the program was told to end, from 1
-    QWidget other_;   // another program's window
+    QWidget other;  // another program's window
 };
+
+// Per thousand events; the calculator's close is rare so that sessions last.
+const std::pair<std::size_t, void (*)(Monkey&, platform::Window&)> kActions[] = {
+    // A key to the active window; the user first comes back to one of ours.
+    {495,
+     [](Monkey& m, platform::Window& shown) {
+         QWidget* active = QApplication::activeWindow();
+         ++m.keys;
+         m.Press(active != nullptr && active != &m.other && active->isVisible() ? *active
+                                                                                : *shown.Widget(),
+                 m.Below(2000) == 0 ? Qt::CTRL | Qt::Key_Q
+                                    : QKeySequence(kKeys[m.Below(kKeys.size())])[0]);
+     }},
+    {5,
+     [](Monkey&, platform::Window&) {
+         if (Monkey::About() != nullptr) {
+             platform::ProtectedCall(
+                 [] { Monkey::About()->Timer1().Action(Monkey::About()->Timer1()); });
+         }
+     }},
+    // A click into an entry field, its text selected, a number that mostly fits the field.
+    {120,
+     [](Monkey& m, platform::Window&) {
+         const std::string field = kFields[m.Below(std::size(kFields))];
+         QWidget* widget = m.Form() != nullptr ? ControlWidget(*m.Form(), field) : nullptr;
+         if (widget == nullptr || !widget->isVisible()) {
+             return;
+         }
+         const std::string number =
+             field[0] == 'n'   ? std::to_string(m.Below(10) == 0 ? m.Below(20000) : 2 + m.Below(60))
+             : field == "rfld" ? (m.Below(2) == 0 ? "-." : ".") +
+                                     std::to_string(m.Below(m.Below(10) == 0 ? 200 : 100))
+                               : std::to_string(m.Below(200)) + "." + std::to_string(m.Below(100));
+         m.Activate(*widget->window());
+         ClickCentre(*widget);
+         m.Press(*widget->window(), Qt::CTRL | Qt::Key_A);
+         for (char c : number) {
+             ++m.keys;
+             m.Press(*widget->window(), Qt::Key(c));
+         }
+     }},
+    // A click activates its window, as on any desktop; half hit a control's centre.
+    {280,
+     [](Monkey& m, platform::Window& shown) {
+         auto* control =
+             dynamic_cast<platform::RectControl*>(shown.ControlAt(m.Below(shown.ControlCount())));
+         const QWidget& content = *shown.ContentWidget();
+         const QPoint point =
+             control != nullptr && control->Widget()->isVisible() && m.Below(2) == 0
+                 ? control->Widget()->mapTo(shown.Widget(), control->Widget()->rect().center())
+                 : content.mapTo(shown.Widget(),
+                                 QPoint(1 + m.Below(std::max(1, content.width() - 2)),
+                                        1 + m.Below(std::max(1, content.height() - 2))));
+         m.Activate(*shown.Widget());
+         QTest::mouseClick(shown.Widget()->windowHandle(), Qt::LeftButton, {}, point);
+     }},
+    // A menu of the bar and one of its items. Offscreen a shown popup would become the active
+    // window, as on no desktop: opening is the aboutToShow Qt raises. Quit is rare.
+    {35,
+     [](Monkey& m, platform::Window&) {
+         if (m.Form() == nullptr) {
+             return;
+         }
+         QList<QMenu*> menus = m.Form()->Widget()->findChild<QMenuBar*>()->findChildren<QMenu*>();
+         menus.removeIf([](QMenu* menu) { return !menu->menuAction()->isVisible(); });
+         QMenu* menu = menus[m.Below(menus.size())];
+         emit menu->aboutToShow();
+         QList<QAction*> offered = menu->actions();
+         offered.removeIf([](QAction* item) {
+             return !item->isVisible() || !item->isEnabled() || item->isSeparator() || item->menu();
+         });
+         emit menu->aboutToHide();
+         QAction* chosen = offered.empty() ? nullptr : offered[m.Below(offered.size())];
+         const bool quits = chosen != nullptr && chosen->text() == QLatin1String("Quit");
+         if (chosen != nullptr && (!quits || m.Below(10) == 0)) {
+             m.ending = quits;
+             chosen->trigger();
+         }
+     }},
+    // Another program takes the focus now and then.
+    {62,
+     [](Monkey& m, platform::Window& shown) {
+         m.other.show();
+         m.Activate(m.Below(4) == 0 ? m.other : *shown.Widget());
+     }},
+    // The about window has no close button; the calculator's ends the run.
+    {3,
+     [](Monkey& m, platform::Window& shown) {
+         if (&shown != m.About() && (&shown != m.Form() || m.Below(4) == 0)) {
+             m.ending = &shown == m.Form();
+             shown.Widget()->close();
+         }
+     }},
+};
+
+void Monkey::Turn() {
+    QCoreApplication::processEvents();
+    CheckTheForm();
+    if (ending > 0 && ++ending == 100) {
+        Problem("the program still runs 100 turns after it was told to end");
+    }
+    if (!problems.empty() || ending > 0) {
+        return;
+    }
+    std::vector<platform::Window*> shown;
+    for (const char* name : kWindows) {
+        if (LivingWindow(name) != nullptr && LivingWindow(name)->Widget()->isVisible()) {
+            shown.push_back(LivingWindow(name));
+        }
+    }
+    ++events;
+    if (keys >= keysWanted || shown.empty()) {
+        ending = 1;  // the calculator closed, or Ctrl+Q in the about window
+        if (Form() != nullptr) {
+            Form()->Widget()->close();
+        } else if (!shown.empty()) {
+            Press(*shown[0]->Widget(), Qt::CTRL | Qt::Key_Q);
+        }
+        return;
+    }
+    platform::Window& window = *shown[Below(shown.size())];
+    std::size_t roll = Below(1000), i = 0;
+    while (roll >= kActions[i].first) {
+        roll -= kActions[i++].first;
+    }
+    kActions[i].second(*this, window);
+}
 
 std::uint64_t FromEnvironment(const char* name, std::uint64_t fallback) {
     const char* value = std::getenv(name);
