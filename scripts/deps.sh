@@ -3,7 +3,7 @@
 # machine lacks. Safe to run again: it installs nothing that is already there.
 set -euo pipefail
 
-packages=(cmake ninja-build g++ qt6-base-dev libgl-dev libgtest-dev libbenchmark-dev
+packages=(cmake ninja-build g++ qt6-base-dev libgl-dev libx11-dev libgtest-dev libbenchmark-dev
           xvfb xauth xdotool imagemagick fonts-dejavu-core clang clang-format libclang-rt-14-dev strace
           valgrind
           openbox dbus-daemon at-spi2-core python3-minimal python3-pyatspi python3-pil xclip
