@@ -4,7 +4,7 @@
 //   startup_floor [WIDTHxHEIGHT] [empty|text|text+icon]
 // "empty" (the default) is the bare floor. "text" puts one line of text in the window, which
 // costs any program that shows text the loading of the system's fonts. "text+icon" also gives
-// the windows Korvane's icon as Korvane does (from the icon theme, else its 256-pixel picture).
+// the windows Korvane's icon as Korvane does (from the icon theme, else its 64-pixel picture).
 #include <QApplication>
 #include <QIcon>
 #include <QLabel>
