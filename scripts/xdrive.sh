@@ -6,27 +6,39 @@
 # Runs the sourcing script again on a display of its own, as
 #   <script> --under-xvfb <arguments...>
 # after checking that every tool named in $tools is installed (a missing one is an error: the
-# dependency script installs them all), and ends with its status. Xvfb picks a free display and
-# writes its number once it takes clients (-displayfd): parallel runs never meet, and the program
-# never starts before its display is there.
+# dependency script installs them all), and ends with its status. The display number is drawn at
+# random, away from the low ones other runs take; Xvfb writes it back once it takes clients
+# (-displayfd), so the program never starts before its display is there, and a number another
+# server holds is given up for the next draw.
 under_xvfb() {
-    local script=$1 tool number="" numbers status=0
+    local script=$1 tool numbers status=0
     shift
     for tool in Xvfb xdotool import convert ${tools:-}; do
         command -v "$tool" >/dev/null || { echo "$tool is not installed (scripts/deps.sh installs it)" >&2; exit 1; }
     done
     numbers=$(mktemp)
-    Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$numbers" 2>/dev/null &
-    xvfb=$!
     trap 'kill "$xvfb" 2>/dev/null; rm -f "$numbers"' EXIT
+    for _ in 1 2 3 4 5; do
+        display=$((100 + RANDOM % 800))
+        Xvfb ":$display" -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$numbers" 2>/dev/null &
+        xvfb=$!
+        if display_up; then
+            DISPLAY=:$display bash "$script" --under-xvfb "$@" || status=$?
+            exit "$status"
+        fi
+    done
+    echo "Xvfb did not start" >&2
+    exit 1
+}
+
+# Waits until the Xvfb just started ($xvfb) reports $display in $numbers; false if it ends first.
+display_up() {
     for _ in $(seq 100); do
-        number=$(grep -x '[0-9]*' "$numbers" || true)
-        [ -n "$number" ] && break
+        grep -qx "$display" "$numbers" && return 0
+        kill -0 "$xvfb" 2>/dev/null || return 1
         sleep 0.1
     done
-    [ -n "$number" ] || { echo "Xvfb did not start" >&2; exit 1; }
-    DISPLAY=:$number bash "$script" --under-xvfb "$@" || status=$?
-    exit "$status"
+    return 1
 }
 
 # Polls until the command prints something and echoes what it printed. Gives up at once when the

@@ -1,8 +1,8 @@
 """A real desktop session for Korvane, driven as a person drives it.
 
-Session starts an Xvfb display of its own (-displayfd, so parallel runs never collide), openbox,
-a private D-Bus session bus with the accessibility bus on it, and then the program with Qt's
-accessibility on. Input goes in as real X events (xdotool); what the program shows is read back
+Session starts an Xvfb display of its own (a random number, reported back with -displayfd),
+openbox, a private D-Bus session bus with the accessibility bus on it, and then the program with
+Qt's accessibility on. Input goes in as real X events (xdotool); what the program shows is read back
 over AT-SPI (pyatspi, imported only once DISPLAY and the bus address are set, because its client
 binds to the first bus it meets) and from screenshots (PIL). This process is a child subreaper,
 so nothing started below it slips away; close() ends all of it. A failed check raises Seen, whose
@@ -10,6 +10,7 @@ text says what a person would have seen and where the screenshots and output wer
 """
 import ctypes
 import os
+import random
 import select
 import shutil
 import signal
@@ -91,14 +92,24 @@ class Session:
         return self.procs[-1]
 
     def _start_desktop(self):
-        read_end, write_end = os.pipe()
         self.desktop_log = open(os.path.join(self.out, "desktop.log"), "w")
         quiet = dict(stdout=self.desktop_log, stderr=subprocess.STDOUT)
-        self.procs.append(subprocess.Popen(["Xvfb", "-displayfd", str(write_end), "-screen", "0",
-                                            "1024x768x24", "-nolisten", "tcp"],
-                                           pass_fds=(write_end,), **quiet))
-        os.close(write_end)
-        number = read_line(read_end, 10, "Xvfb did not report its display")
+        # A display number drawn away from the low ones other runs take; one that another server
+        # holds makes Xvfb end without reporting it, and the next draw is tried.
+        for _ in range(5):
+            read_end, write_end = os.pipe()
+            self.procs.append(subprocess.Popen(
+                ["Xvfb", f":{random.randint(1000, 9999)}", "-displayfd", str(write_end),
+                 "-screen", "0", "1024x768x24", "-nolisten", "tcp"],
+                pass_fds=(write_end,), **quiet))
+            os.close(write_end)
+            try:
+                number = read_line(read_end, 10, "Xvfb did not report its display")
+                break
+            except Seen:
+                continue
+        else:
+            raise Seen("Xvfb did not start on any of five displays")
         runtime = os.path.join(self.out, "runtime")
         os.mkdir(runtime, 0o700)
         self.env = {k: v for k, v in os.environ.items()
