@@ -23,15 +23,6 @@ namespace sample {
 
 using namespace platform::rec;
 
-// A control made as the program makes one: __New, _AddControl, _ControlByName, the record.
-template <class C, class R>
-C& Make(platform::Window& window, const std::string& name, const R& record) {
-    window._AddControl(name, window.__New<C>());
-    C& control = platform::RuntimeCheckCast<C>(window._ControlByName(name));
-    platform::ApplyRecord(control, record.view());
-    return control;
-}
-
 #define SAMPLE_PLACE(left, top, width, height) \
     Int("Left", left), Int("Top", top), Int("Width", width), Int("Height", height)
 
@@ -64,38 +55,38 @@ inline auto Counter(int& calls) {
     return [&calls](auto&&...) { return ++calls < 0; };
 }
 
-class FormWnd : public platform::Window {
+class FormWnd : public platform::WindowClass<FormWnd> {
   public:
     static constexpr const char* kClassName = "FormWnd.FormWnd";
-    static const platform::ClassInfo& StaticClass() {
-        static const platform::ClassInfo info{kClassName, &Window::StaticClass(), {}};
-        return info;
-    }
-    const platform::ClassInfo& Class() const override { return StaticClass(); }
-    static FormWnd& Instance() {
-        platform::RegisterWindowClass(kClassName, [] { return std::make_unique<FormWnd>(); });
-        return platform::RuntimeCheckCast<FormWnd>(&platform::ImplicitWindow(kClassName));
-    }
+    static constexpr platform::EventNames<7> kImplementedEvents{
+        "Layout", "CreateControls", "Activate", "EnableMenuItems", "Close", "KeyDown", "MouseDown"};
 
     void Layout() override { platform::ApplyRecord(*this, kFormRecord.view()); }
     void CreateControls() override {
         using namespace platform;
-        Make<GroupBox>(*this, "box", kBox);
-        Make<TextField>(*this, "m1fld", kM1).KeyDown = Delegate(*this, &FormWnd::KeyDown);
-        Make<TextField>(*this, "n1fld", kN1);
-        Make<Label>(*this, "note", kNote);
-        Make<TextField>(*this, "rfld", kR);
-        Make<RadioButton>(*this, "IBtn", kIBtn).Action = Counter(iActions);
-        Make<RadioButton>(*this, "RBtn", kRBtn).Action = Counter(rActions);
-        Make<GroupBox>(*this, "typeBox", kTypeBox).MouseDown = Counter(typeBoxPresses);
-        Make<PushButton>(*this, "CalcBtn", kCalc).Action = Counter(calcs);
-        Make<PushButton>(*this, "HelpBtn", kHelp).MouseDown = Counter(helpPresses);
+        Make<GroupBox>("box", kBox);
+        Make<TextField>("m1fld", kM1).KeyDown = Delegate(*this, &FormWnd::KeyDown);
+        Make<TextField>("n1fld", kN1);
+        Make<Label>("note", kNote);
+        Make<TextField>("rfld", kR);
+        Make<RadioButton>("IBtn", kIBtn).Action = Counter(iActions);
+        Make<RadioButton>("RBtn", kRBtn).Action = Counter(rActions);
+        Make<GroupBox>("typeBox", kTypeBox).MouseDown = Counter(typeBoxPresses);
+        Make<PushButton>("CalcBtn", kCalc).Action = Counter(calcs);
+        Make<PushButton>("HelpBtn", kHelp).MouseDown = Counter(helpPresses);
         Get<PushButton>("HelpBtn").Action = Counter(helps);
     }
 
+    // A control made as the program makes one: created, found by name, given its record.
+    template <class C, class R>
+    C& Make(const std::string& name, const R& record) {
+        C& control = Create<C>(name);
+        platform::ApplyRecord(control, record.view());
+        return control;
+    }
     template <class C = platform::TextField>
     C& Get(const std::string& name) {
-        return platform::RuntimeCheckCast<C>(_ControlByName(name));
+        return Named<C>(name);
     }
     platform::TextField& m1fld() { return Get("m1fld"); }
     platform::TextField& rfld() { return Get("rfld"); }
