@@ -20,9 +20,9 @@ if [ "${1:-}" != "--under-xvfb" ]; then
             exit 1
         fi
     done
-    command -v xvfb-run >/dev/null || { echo "bench_startup: xvfb-run is missing" >&2; exit 1; }
-    exec xvfb-run -a -n $((100 + RANDOM % 800)) -s "-screen 0 1280x1024x24" \
-        bash "$self" --under-xvfb "$runs" "$build"
+    # shellcheck source=scripts/xdrive.sh
+    source scripts/xdrive.sh
+    under_xvfb "$self" "$runs" "$build"
 fi
 runs=$2
 build=$3

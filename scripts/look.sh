@@ -11,19 +11,15 @@ cd "$(dirname "$0")/.."
 
 exe=${KORVANE_EXE:-build/app/korvane}
 
-if [ "${1:-}" != "--inside-xvfb" ]; then
+if [ "${1:-}" != "--under-xvfb" ]; then
     if [ ! -x "$exe" ]; then
         echo "look.sh: $exe is not built yet; run: bash scripts/build.sh" >&2
         exit 1
     fi
-    for tool in xvfb-run xdotool import convert; do
-        if ! command -v "$tool" >/dev/null; then
-            echo "look.sh: $tool is missing; run: bash scripts/deps.sh" >&2
-            exit 1
-        fi
-    done
     mkdir -p out
-    exec xvfb-run -a -s "-screen 0 1024x768x24" bash "$0" --inside-xvfb
+    # shellcheck source=scripts/xdrive.sh
+    source scripts/xdrive.sh
+    under_xvfb "$PWD/scripts/look.sh"
 fi
 
 korvane_pid=""

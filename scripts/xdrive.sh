@@ -1,5 +1,5 @@
 # Helpers for driving Korvane's real windows under Xvfb with xdotool, sourced by smoke.sh and
-# proof.sh. The sourcing script defines visible_windows (the windows that count as the
+# proof.sh (look.sh and bench_startup.sh take only under_xvfb). The sourcing script defines visible_windows (the windows that count as the
 # program's) and fail, sets pid to the running program's and may set patience (seconds to wait
 # for a window; 10 by default).
 
