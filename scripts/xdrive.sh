@@ -1,7 +1,7 @@
 # Helpers for driving Korvane's real windows under Xvfb with xdotool, sourced by smoke.sh and
-# proof.sh (look.sh and bench_startup.sh take only under_xvfb). The sourcing script defines visible_windows (the windows that count as the
-# program's) and fail, sets pid to the running program's and may set patience (seconds to wait
-# for a window; 10 by default).
+# proof.sh (look.sh and bench_startup.sh take only under_xvfb). The sourcing script defines
+# visible_windows (the windows that count as the program's) and fail, sets pid to the running
+# program's and may set patience (seconds to wait for a window; 10 by default).
 
 # Runs the sourcing script again on a display of its own, as
 #   <script> --under-xvfb <arguments...>
@@ -9,7 +9,8 @@
 # dependency script installs them all), and ends with its status. The display number is drawn at
 # random, away from the low ones other runs take; Xvfb writes it back once it takes clients
 # (-displayfd), so the program never starts before its display is there, and a number another
-# server holds is given up for the next draw.
+# server holds is given up for the next draw. -noreset keeps the server from resetting when its
+# last client leaves: a program started again in that moment would be turned away.
 under_xvfb() {
     local script=$1 tool numbers status=0
     shift
@@ -20,7 +21,7 @@ under_xvfb() {
     trap 'kill "$xvfb" 2>/dev/null; rm -f "$numbers"' EXIT
     for _ in 1 2 3 4 5; do
         display=$((100 + RANDOM % 800))
-        Xvfb ":$display" -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$numbers" 2>/dev/null &
+        Xvfb ":$display" -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp -noreset 3>"$numbers" 2>/dev/null &
         xvfb=$!
         if display_up; then
             DISPLAY=:$display bash "$script" --under-xvfb "$@" || status=$?

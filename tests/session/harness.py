@@ -95,12 +95,14 @@ class Session:
         self.desktop_log = open(os.path.join(self.out, "desktop.log"), "w")
         quiet = dict(stdout=self.desktop_log, stderr=subprocess.STDOUT)
         # A display number drawn away from the low ones other runs take; one that another server
-        # holds makes Xvfb end without reporting it, and the next draw is tried.
+        # holds makes Xvfb end without reporting it, and the next draw is tried. -noreset: by
+        # default the server resets when its last client leaves, and a client that connects in
+        # that moment is turned away (openbox, started just after the first xprop, was).
         for _ in range(5):
             read_end, write_end = os.pipe()
             self.procs.append(subprocess.Popen(
                 ["Xvfb", f":{random.randint(1000, 9999)}", "-displayfd", str(write_end),
-                 "-screen", "0", "1024x768x24", "-nolisten", "tcp"],
+                 "-screen", "0", "1024x768x24", "-nolisten", "tcp", "-noreset"],
                 pass_fds=(write_end,), **quiet))
             os.close(write_end)
             try:
