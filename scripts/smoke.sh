@@ -52,6 +52,10 @@ calculate "$calculator" "$top"
 import -window "$calculator" "$out/3-result.png"
 [ "$(ink_percent "$out/3-result.png" 369 $((top + 192)) 80 117)" -ge 3 ] ||
     fail "the result column stayed empty after Calculate"
+# Every picture so far, the program's and the style's, was read as the PNG it is: a reader left
+# to guess the format would have loaded all of Qt's image-format plug-ins.
+plugins=$(grep -o '[^/]*/imageformats/[^ ]*' "/proc/$pid/maps" | sort -u || true)
+[ -z "$plugins" ] || fail "image-format plug-ins were loaded: $plugins"
 
 "$closer" "$calculator"
 wait_for_exit

@@ -49,7 +49,13 @@ class LabelAccessible : public QAccessibleWidget {
     }
 };
 
-QAccessibleInterface* ControlAccessible(const QString& /*className*/, QObject* object) {
+QAccessibleInterface* ControlAccessible(const QString& className, QObject* object) {
+    // A window's frame is a plain widget, which Qt would describe as a client area; a screen
+    // reader is told it is a window.
+    if (auto* frame = qobject_cast<QWidget*>(object);
+        frame != nullptr && frame->isWindow() && className == QLatin1String("QWidget")) {
+        return new QAccessibleWidget(frame, QAccessible::Window);
+    }
     if (auto* label = dynamic_cast<qt::LabelWidget*>(object)) {
         return new LabelAccessible(label);
     }

@@ -6,9 +6,9 @@
 
 #include <QFrame>
 #include <QGroupBox>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPixmap>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTextEdit>
@@ -125,7 +125,7 @@ class CanvasWidget : public OwnedWidget<QWidget, Canvas> {
   public:
     using OwnedWidget::OwnedWidget;
     Picture* picture = nullptr;
-    QPixmap pixmap;
+    QImage image;  // the picture's own, shared
     bool allowFocus = false;
 
   protected:

@@ -340,11 +340,11 @@ void SeparatorWidget::mousePressEvent(QMouseEvent* event) {
 
 // The picture at (0,0), unscaled; what lies outside the canvas is clipped by Qt.
 void CanvasWidget::paintEvent(QPaintEvent* /*event*/) {
-    if (pixmap.isNull()) {
+    if (image.isNull()) {
         return;
     }
     QPainter painter(this);
-    painter.drawPixmap(0, 0, pixmap);
+    painter.drawImage(0, 0, image);
 }
 
 void CanvasWidget::enterEvent(QEnterEvent* event) {
@@ -714,7 +714,7 @@ void Canvas::Backdrop(Picture* picture) {
     _UITrap();
     auto* canvas = static_cast<qt::CanvasWidget*>(widget_);
     canvas->picture = picture;
-    canvas->pixmap = picture != nullptr ? QPixmap::fromImage(picture->Data().image) : QPixmap();
+    canvas->image = picture != nullptr ? picture->Data().image : QImage();
     canvas->setAccessibleName(picture != nullptr ? qt::ToQt(picture->Description()) : QString());
     canvas->update();
 }
@@ -732,13 +732,12 @@ const ClassInfo& Picture::StaticClass() {
     return info;
 }
 
-// The pictures are PNGs, read by Qt's own PNG reader: a reader left to guess the format from the
-// content would load every image-format plug-in first, which costs the first window several
-// milliseconds.
-static QImage ReadPng(const std::filesystem::path& path) {
-    QImageReader reader(QString::fromStdString(path.string()), "png");
+QImage qt::ReadPng(const QString& path) {
+    QImageReader reader(path, "png");
     reader.setAutoDetectImageFormat(false);
-    return reader.read();
+    QImage image = reader.read();
+    image.convertTo(QImage::Format_ARGB32_Premultiplied);
+    return image;
 }
 
 // On a dense screen the "@2x" variant of a picture (tlarge@2x.png beside tlarge.png) is shown
@@ -747,13 +746,13 @@ static QImage ReadSharpest(const std::filesystem::path& path) {
     if (qApp != nullptr && qApp->devicePixelRatio() > 1.0) {
         auto dense = path;
         dense.replace_filename(path.stem().string() + "@2x" + path.extension().string());
-        QImage image = ReadPng(dense);
+        QImage image = qt::ReadPng(QString::fromStdString(dense.string()));
         if (!image.isNull()) {
             image.setDevicePixelRatio(2.0);
             return image;
         }
     }
-    return ReadPng(path);
+    return qt::ReadPng(QString::fromStdString(path.string()));
 }
 
 QImage qt::ReadPicture(const std::string& name) {

@@ -12,6 +12,7 @@
 
 class QKeyEvent;
 class QMenuBar;
+class QStyle;
 class QWidget;
 
 namespace platform {
@@ -43,6 +44,12 @@ bool IsShortcutPress(const QKeyEvent& event);
 // The PNG of that name among the application's pictures, its "@2x" variant on a dense screen; a
 // null image when it is missing or unreadable.
 QImage ReadPicture(const std::string& name);
+// A PNG file or resource, read by Qt's own PNG reader without guessing the format (a guess loads
+// every image-format plug-in); premultiplied, the form the screen draws without converting.
+QImage ReadPng(const QString& path);
+
+// Qt's own style, the same whatever the desktop's theme, for every window of the run.
+QStyle* NewPlainStyle();
 
 bool OnMainThread();
 bool QuitRequested();  // Quit was called or a failure ended the run

@@ -7,8 +7,6 @@
 #include <QMessageBox>
 #include <QPalette>
 #include <QPixmap>
-#include <QStyle>
-#include <QStyleFactory>
 #include <QTimer>
 #include <QToolTip>
 #include <QWidget>
@@ -119,9 +117,7 @@ bool IsPrintable(QChar c) {
 // own, and to every window, menu and message box (qt::LightPalette), which a later change of
 // the desktop's theme does not reach.
 void KeepLightLook() {
-    if (QStyle* fusion = QStyleFactory::create(QStringLiteral("Fusion"))) {
-        QApplication::setStyle(fusion);
-    }
+    QApplication::setStyle(qt::NewPlainStyle());
     QApplication::setPalette(qt::LightPalette());
     for (const char* themed :
          {"QAbstractButton", "QPushButton",       "QToolButton", "QCheckBox",

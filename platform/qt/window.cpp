@@ -1,15 +1,17 @@
 #include "platform/qt/window.h"
 
+#include <malloc.h>
+
 #include <QApplication>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
-#include <QMainWindow>
 #include <QMenuBar>
 #include <QMouseEvent>
 #include <QPointer>
 #include <QScreen>
 #include <QTextEdit>
+#include <QVBoxLayout>
 #include <algorithm>
 #include <map>
 #include <vector>
@@ -30,15 +32,35 @@ bool FocusInTextField() {
     return qobject_cast<QLineEdit*>(focus) != nullptr || qobject_cast<QTextEdit*>(focus) != nullptr;
 }
 
-// The top-level widget of a Window. It turns Qt's events into the window's events; `owner` is
-// cleared before the window is taken apart, so nothing reaches a window being destroyed.
-class WindowFrame : public QMainWindow {
+// The top-level widget of a Window: the content, with the menu bar above it once the window
+// has one. It turns Qt's events into the window's events; `owner` is cleared before the window
+// is taken apart, so nothing reaches a window being destroyed. A plain widget with a column
+// layout, not a QMainWindow: the window needs none of the docks and tool bars a main window
+// brings, whose code would be resident in every run.
+class WindowFrame : public QWidget {
   public:
-    explicit WindowFrame(Window* window) : owner(window) {
+    WindowFrame(Window* window, QWidget* content) : owner(window), column_(new QVBoxLayout(this)) {
+        column_->setContentsMargins(0, 0, 0, 0);
+        column_->setSpacing(0);
+        column_->addWidget(content);
         setAttribute(Qt::WA_QuitOnClose, false);
         setPalette(qt::LightPalette());  // the controls inherit it, whatever the theme says
     }
     Window* owner;
+
+    QMenuBar* Bar() const { return bar_; }  // nullptr until the window has had a menu bar
+    QMenuBar& MakeBar() {
+        if (bar_ == nullptr) {
+            bar_ = new QMenuBar(this);
+            bar_->setNativeMenuBar(false);
+            column_->setMenuBar(bar_);
+        }
+        return *bar_;
+    }
+
+    // A hidden window gives back its native window and the image it is drawn into; showing it
+    // again makes new ones.
+    void ReleaseNativeWindow() { destroy(); }
 
   protected:
     bool event(QEvent* event) override;
@@ -47,8 +69,12 @@ class WindowFrame : public QMainWindow {
     void keyReleaseEvent(QKeyEvent* event) override;
     bool focusNextPrevChild(bool next) override {
         return (owner != nullptr && qt::MoveFocusAlongTabChain(*owner, next)) ||
-               QMainWindow::focusNextPrevChild(next);
+               QWidget::focusNextPrevChild(next);
     }
+
+  private:
+    QVBoxLayout* column_;
+    QMenuBar* bar_ = nullptr;
 };
 
 // The content of a window: presses on its background (and on passive controls, which let
@@ -124,7 +150,7 @@ void RaiseActivate(Window& window) {
 }
 
 bool WindowFrame::event(QEvent* event) {
-    const bool result = QMainWindow::event(event);
+    const bool result = QWidget::event(event);
     if (owner != nullptr && event->type() == QEvent::WindowActivate) {
         RaiseActivate(*owner);
     }
@@ -214,7 +240,7 @@ void WindowFrame::keyPressEvent(QKeyEvent* event) {
             return;
         }
     }
-    QMainWindow::keyPressEvent(event);
+    QWidget::keyPressEvent(event);
 }
 
 void WindowFrame::keyReleaseEvent(QKeyEvent* event) {
@@ -225,7 +251,7 @@ void WindowFrame::keyReleaseEvent(QKeyEvent* event) {
             return;
         }
     }
-    QMainWindow::keyReleaseEvent(event);
+    QWidget::keyReleaseEvent(event);
 }
 
 }  // namespace
@@ -251,7 +277,7 @@ struct Window::Impl {
     bool placed = false;  // centred on the screen at its first show
 
     int MenuBarHeight() const {
-        QWidget* bar = frame->menuWidget();
+        QWidget* bar = frame->Bar();
         return (bar != nullptr && !bar->isHidden()) ? bar->sizeHint().height() : 0;
     }
 
@@ -332,29 +358,26 @@ struct Window::Impl {
     }
 
     void InstallMenuBar() {
-        // A window that has never had a menu bar makes no Qt one to hide: building it costs the
-        // window the style's icons, and with them the loading of every image-format plug-in.
-        if (menuBar == nullptr && frame->menuWidget() == nullptr) {
+        // A window that has never had a menu bar makes no Qt one only to hide it.
+        if (menuBar == nullptr && frame->Bar() == nullptr) {
             ApplySize();
             return;
         }
-        QMenuBar* bar = frame->menuBar();
-        bar->setNativeMenuBar(false);
+        QMenuBar& bar = frame->MakeBar();
         if (menuBar != nullptr) {
-            qt::ShowMenuBar(*bar, *menuBar);
+            qt::ShowMenuBar(bar, *menuBar);
         } else {
-            bar->clear();
+            bar.clear();
         }
-        bar->setHidden(menuBar == nullptr || !menuBarVisible);
+        bar.setHidden(menuBar == nullptr || !menuBarVisible);
         ApplySize();
     }
 };
 
 Window::Window() : impl_(std::make_unique<Impl>()) {
     ModifierTaps::Instance();
-    impl_->frame = new WindowFrame(this);
     impl_->content = new WindowContent(this);
-    impl_->frame->setCentralWidget(impl_->content);
+    impl_->frame = new WindowFrame(this, impl_->content);
     impl_->ApplyFlags();
     impl_->ApplySize();
 }
@@ -440,6 +463,10 @@ void Window::Hide() {
         impl_->hiddenWhileClosing = true;
     }
     impl_->frame->hide();
+    impl_->frame->ReleaseNativeWindow();
+    // Hiding a window ends a stage of the run (the about window's is start-up): what was built
+    // and freed up to now goes back to the system, which glibc would otherwise keep resident.
+    malloc_trim(0);
 }
 
 bool Window::Visible() const {

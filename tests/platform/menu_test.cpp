@@ -2,7 +2,6 @@
 // the active window's handlers and, for the Edit items, by the focused field.
 #include <QAction>
 #include <QClipboard>
-#include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <QTimer>
@@ -50,7 +49,7 @@ class MenuTest : public PlatformTest {
     }
 
     QMenu& Shown(int menu) {
-        return *static_cast<QMainWindow*>(form->Widget())->menuBar()->actions()[menu]->menu();
+        return *form->Widget()->findChild<QMenuBar*>()->actions()[menu]->menu();
     }
     // The items of a menu as they stand once it opens: "Caption" when enabled, "(Caption)" not.
     std::vector<std::string> Open(int menu) {

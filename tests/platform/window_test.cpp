@@ -1,6 +1,5 @@
 // Windows and the run: the registry of living windows, closing, size, activation and message
 // boxes, failures and their exit status, and the thread gate.
-#include <QMainWindow>
 #include <QMessageBox>
 #include <QTimer>
 #include <thread>
@@ -51,6 +50,22 @@ TEST_F(WindowTest, TheCloseButtonClosesHidesOrIsRefusedAsTheWindowSays) {
     hiding.hideOnClose = false;
     hiding.Close();  // code may still close it
     EXPECT_EQ(_GetImplicitWindow(FormWnd::kClassName), nullptr);
+}
+
+TEST_F(WindowTest, AHiddenWindowGivesBackItsNativeWindowAndComesBackWhole) {
+    FormWnd& form = FormWnd::Instance();
+    form.Get("m1fld").Text("12.5");
+    const QSize size = form.Widget()->size();
+
+    form.Hide();
+    EXPECT_EQ(form.Widget()->windowHandle(), nullptr);
+
+    form.Show();
+    EXPECT_TRUE(form.Visible());
+    EXPECT_NE(form.Widget()->windowHandle(), nullptr);
+    EXPECT_EQ(form.Widget()->size(), size);
+    EXPECT_EQ(form.Get("m1fld").Text(), "12.5");
+    EXPECT_TRUE(form.Get("m1fld").Widget()->isVisible());
 }
 
 TEST_F(WindowTest, AnActivationRaisesActivateThenEnableMenuItemsButDismissingAMessageDoesNot) {

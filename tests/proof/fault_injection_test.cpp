@@ -56,10 +56,9 @@ Lines LostWrites(const Lines& log) {
         auto* edit = qobject_cast<QLineEdit*>(widget);
         std::string shown = value;
         if (widget != nullptr && (property == "Visible" || property == "Enabled")) {
-            shown = (property == "Visible" ? widget->isHidden()
-                                           : widget->testAttribute(Qt::WA_ForceDisabled))
-                        ? "0"
-                        : "1";
+            const bool off = property == "Visible" ? widget->isHidden()
+                                                   : widget->testAttribute(Qt::WA_ForceDisabled);
+            shown = std::string(1, off ? '0' : '1');
         } else if (property == "Text" && edit != nullptr) {
             shown = edit->text().toStdString();
         }

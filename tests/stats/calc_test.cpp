@@ -51,7 +51,7 @@ std::string Press(std::int64_t btn, const Entries& entries) {
         panel.texts[Fields(btn)[i]] = entries[i];
     }
     const std::string other = btn == 2 ? "n2fld" : "rfld";
-    panel.texts[other] = "7";
+    panel.texts.insert_or_assign(other, "7");
     CalcBtn_Action(panel);
     EXPECT_FALSE(panel.WasRead(other));
     return Answer(panel);

@@ -2,7 +2,6 @@
 // information window, which shows the formula and its text and hides rather than closes.
 #include <QAction>
 #include <QClipboard>
-#include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <QTextEdit>
@@ -47,7 +46,7 @@ TEST_F(MenuTest, TheBarShowsFileEditAndWindowWithTheirShortcutsAndEnabledStates)
     ControlWnd& form = Form();  // the focus on the choice of test, where no edit can act
 
     EXPECT_EQ(
-        ShownBar(*qobject_cast<QMainWindow*>(form.Widget())->menuBar()),
+        ShownBar(*form.Widget()->findChild<QMenuBar*>()),
         (std::vector<std::string>{"File", "  (Print)", "  Quit Ctrl+Q", "Edit", "  (Undo) Ctrl+Z",
                                   "  -", "  (Cut) Ctrl+X", "  (Copy) Ctrl+C", "  (Paste) Ctrl+V",
                                   "Window", "  (Control)", "  About Korvane"}));
