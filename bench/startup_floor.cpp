@@ -4,7 +4,7 @@
 //   startup_floor [WIDTHxHEIGHT] [empty|text|text+icon]
 // "empty" (the default) is the bare floor. "text" puts one line of text in the window, which
 // costs any program that shows text the loading of the system's fonts. "text+icon" also gives
-// the windows Korvane's icon as Korvane does (from the icon theme, else its 64-pixel picture).
+// the windows Korvane's 64-pixel icon, read as any Qt program reads a picture file.
 #include <QApplication>
 #include <QIcon>
 #include <QLabel>
@@ -28,8 +28,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     if (std::strcmp(kind, "text+icon") == 0) {
-        QApplication::setWindowIcon(
-            QIcon::fromTheme(QStringLiteral("korvane"), QIcon(QStringLiteral(KORVANE_ICON))));
+        QApplication::setWindowIcon(QIcon(QStringLiteral(KORVANE_ICON)));
     }
     QWidget window;
     window.setWindowTitle(QStringLiteral("floor"));

@@ -238,12 +238,12 @@ void RuntimeInit() {
     QGuiApplication::setDesktopFileName(QStringLiteral("korvane"));
 }
 
-// The icon of every window: from the theme once installed, else the small one among the
-// program's pictures. Looking it up costs several milliseconds, so it is set after the first
-// window is up.
+// The icon of every window: the small one among the program's pictures, set after the first
+// window is up. Not the icon theme's: a desktop's launcher and task list find that one through
+// the menu entry, and a lookup in the theme would read the installed icons with every
+// image-format plug-in loaded to guess their formats, a quarter of a megabyte for the whole run.
 static void SetWindowIcon() {
-    const QIcon own(QPixmap::fromImage(qt::ReadPicture("korvane-64.png")));
-    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("korvane"), own));
+    QApplication::setWindowIcon(QIcon(QPixmap::fromImage(qt::ReadPicture("korvane-64.png"))));
 }
 
 void RuntimePerformInitializers(std::span<const Initializer> table) {
