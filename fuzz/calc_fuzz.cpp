@@ -11,7 +11,6 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -50,9 +49,8 @@ Input Decode(std::string_view bytes) {
     const std::string_view choice = take(1);
     input.btn = choice.empty() ? 0 : static_cast<unsigned char>(choice[0]) % 4;
     if (input.btn == 3) {
-        char raw[8] = {};
-        take(sizeof raw).copy(raw, sizeof raw);
-        std::memcpy(&input.btn, raw, sizeof raw);
+        input.btn = 0;
+        take(sizeof input.btn).copy(reinterpret_cast<char*>(&input.btn), sizeof input.btn);
     }
     const std::string_view separator = take(1);
     for (std::string& text : input.texts) {

@@ -5,7 +5,6 @@
 // is a setter handed another form than its table declares, or a string longer than the input.
 #include <cstddef>
 #include <cstdint>
-#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -33,28 +32,19 @@ platform::PropertyDef Checked(std::string_view name) {
             }};
 }
 
-template <Form F>
-void Add(std::vector<platform::PropertyDef>& into, std::initializer_list<std::string_view> names) {
-    for (std::string_view name : names) {
-        into.push_back(Checked<F>(name));
-    }
-}
-
-std::vector<platform::PropertyDef> ControlProperties() {
-    std::vector<platform::PropertyDef> all{platform::StoredOnly("Composite", Form::Boolean)};
-    Add<Form::Integer>(all, {"Left", "Top", "Width", "Index", "Period", "RunMode"});
-    Add<Form::Boolean>(all, {"Visible", "Enabled", "MultiLine", "Transparent"});
-    Add<Form::SmallEnum>(all, {"FontUnit"});
-    Add<Form::Colour>(all, {"TextColor", "BackgroundColor"});
-    Add<Form::Single>(all, {"FontSize"});
-    Add<Form::Double>(all, {"LineSpacing", "LineHeight"});
-    Add<Form::String>(all, {"Text", "Caption", "InitialParent"});
-    return all;
-}
-
-const ClassInfo kControl{"FuzzControl", &Object::StaticClass(), ControlProperties()};
-const ClassInfo kLabel{"FuzzLabel", &kControl, {Checked<Form::String>("Value")}};
-const ClassInfo kRadio{"FuzzRadio", &kControl, {Checked<Form::Boolean>("Value")}};
+using enum Form;
+// clang-format off
+const ClassInfo kControl{"FuzzControl", &Object::StaticClass(), {
+    platform::StoredOnly("Composite", Boolean), Checked<Integer>("Left"), Checked<Integer>("Top"),
+    Checked<Integer>("Width"), Checked<Integer>("Index"), Checked<Integer>("Period"),
+    Checked<Integer>("RunMode"), Checked<Boolean>("Visible"), Checked<Boolean>("Enabled"),
+    Checked<Boolean>("MultiLine"), Checked<Boolean>("Transparent"), Checked<SmallEnum>("FontUnit"),
+    Checked<Colour>("TextColor"), Checked<Colour>("BackgroundColor"), Checked<Single>("FontSize"),
+    Checked<Double>("LineSpacing"), Checked<Double>("LineHeight"), Checked<String>("Text"),
+    Checked<String>("Caption"), Checked<String>("InitialParent")}};
+// clang-format on
+const ClassInfo kLabel{"FuzzLabel", &kControl, {Checked<String>("Value")}};
+const ClassInfo kRadio{"FuzzRadio", &kControl, {Checked<Boolean>("Value")}};
 
 struct FuzzObject : Object {
     explicit FuzzObject(const ClassInfo& ofClass) : info(ofClass) {}

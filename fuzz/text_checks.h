@@ -20,13 +20,6 @@ inline void Require(bool ok, const char* what) {
     }
 }
 
-// `shown`, read back from a text with `places` decimals, is `value` rounded at that place:
-// half a unit of the last place, and the rounding of the read-back double, apart at most.
-inline bool IsRoundedFrom(double shown, double value, int places) {
-    const double ulp = std::nextafter(std::fabs(value), INFINITY) - std::fabs(value);
-    return std::fabs(shown - value) <= 0.5 * std::pow(10.0, -places) + 2.0 * ulp;
-}
-
 // Bitwise equality of two doubles, so that 0.0 and -0.0 differ.
 inline bool SameBits(double a, double b) {
     return std::memcmp(&a, &b, sizeof a) == 0;
@@ -51,7 +44,11 @@ inline void RequireFixed(const std::string& text, double value, bool alwaysSign,
                 text.size() == point + 1 + static_cast<std::size_t>(places) &&
                 IsDigits(text.substr(point + 1)),
             "a number shows as sign, integer digits, point and decimals");
-    Require(std::fabs(value) >= 1e15 || IsRoundedFrom(platform::Val(text), value, places),
+    // Read back, the text is `value` rounded at its last place: half a unit of that place, and
+    // the rounding of the read-back double, apart at most.
+    const double ulp = std::nextafter(std::fabs(value), INFINITY) - std::fabs(value);
+    Require(std::fabs(value) >= 1e15 ||
+                std::fabs(platform::Val(text) - value) <= 0.5 * std::pow(10.0, -places) + 2.0 * ulp,
             "a number round-trips through Val");
 }
 

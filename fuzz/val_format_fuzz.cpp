@@ -5,10 +5,10 @@
 // A broken promise traps and an exception ends the run uncaught; libFuzzer reports both, like a
 // crash or a sanitizer report.
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -65,13 +65,10 @@ void CheckStr(std::int64_t n) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    unsigned char head[8] = {};
-    const std::size_t headSize = std::min(size, sizeof head);
-    std::copy_n(data, headSize, head);
-    double value = 0.0;
     std::uint64_t bits = 0;
-    std::memcpy(&value, head, sizeof value);
-    std::memcpy(&bits, head, sizeof bits);
+    const std::size_t headSize = std::min(size, sizeof bits);
+    std::copy_n(data, headSize, reinterpret_cast<std::uint8_t*>(&bits));
+    const double value = std::bit_cast<double>(bits);
     const std::string_view text(reinterpret_cast<const char*>(data) + headSize, size - headSize);
 
     CheckVal(text);

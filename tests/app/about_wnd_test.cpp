@@ -6,12 +6,12 @@
 #include <QTest>
 #include <QWidget>
 #include <QWindow>
-#include <memory>
 #include <string>
 #include <vector>
 
 #include "platform/core/recorder.h"
 #include "platform/qt/runtime.h"
+#include "platform/qt/window.h"
 #include "windows/about_wnd.h"
 #include "windows/pictures.h"
 
@@ -21,18 +21,13 @@ using korvane::AboutWnd;
 using Lines = std::vector<std::string>;
 const Lines kGaveWay{"AboutWnd.Hide", "ControlWnd.Show"};
 
-class StandInControlWnd : public platform::Window {
-  public:
-    static const platform::ClassInfo& StaticClass() {
-        static const platform::ClassInfo info{
-            "ControlWnd.ControlWnd", &platform::Window::StaticClass(), {}};
-        return info;
-    }
-    const platform::ClassInfo& Class() const override { return StaticClass(); }
+struct StandInControlWnd : platform::WindowClass<StandInControlWnd> {
+    static constexpr const char* kClassName = "ControlWnd.ControlWnd";
+    static constexpr platform::EventNames<0> kImplementedEvents{};
 };
 
 bool ControlWindowShown() {
-    platform::Window* control = platform::_GetImplicitWindow("ControlWnd.ControlWnd");
+    platform::Window* control = platform::_GetImplicitWindow(StandInControlWnd::kClassName);
     return control != nullptr && control->Visible();
 }
 
@@ -41,8 +36,7 @@ class AboutWindowTest : public testing::Test {
     static void SetUpTestSuite() {
         platform::RuntimeInit();
         AboutWnd::RegisterClass();
-        platform::RegisterWindowClass("ControlWnd.ControlWnd",
-                                      [] { return std::make_unique<StandInControlWnd>(); });
+        StandInControlWnd::RegisterClass();
     }
     void TearDown() override {
         platform::recorder::Stop();

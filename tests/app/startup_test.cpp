@@ -1,8 +1,6 @@
 // The run from entry to exit status, early start-up, the initialiser table and the appearance
 // observer. A whole run happens in a child process of its own, which prints the steps it took on
-// one line,
-//   steps: RuntimeInit RuntimePerformInitializers _Main ... RuntimeExit.
-// for the parent to match, and ends with the status Main returned.
+// one line for the parent to match.
 #include <gtest/gtest.h>
 
 #include <QApplication>
@@ -163,9 +161,8 @@ TEST(AppearanceObserver, ANewPaletteOrThemeReachesTheLivingApplicationsOnceEachI
     platform::RuntimeInit();
     std::vector<std::string> log, goneLog;
     AppearanceWatcher app(log);
-    auto gone = std::make_unique<AppearanceWatcher>(goneLog);
-    gone.reset();
-    QWidget one, two;  // the change reaches every window; the clients hear of it once
+    AppearanceWatcher{goneLog};  // an application that is gone before the change
+    QWidget one, two;            // the change reaches every window; the clients hear of it once
     one.show();
     two.show();
 
@@ -183,8 +180,7 @@ TEST(AppearanceObserver, ANewPaletteOrThemeReachesTheLivingApplicationsOnceEachI
     EXPECT_EQ(log, (std::vector<std::string>{"SomethingElse", Notifications::kColorsChanged,
                                              "AppearanceChanged", Notifications::kThemeChanged,
                                              "AppearanceChanged"}));
-    // The gone application is dropped.
-    EXPECT_EQ(Notifications::dispatchTo().size(), 1u);
+    EXPECT_EQ(Notifications::dispatchTo().size(), 1u);  // the gone application is dropped
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 // arithmetic and the checks themselves are the engine's and tested there.
 #include <set>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "stats/messages.h"
@@ -27,13 +28,8 @@ Names Union(std::initializer_list<Names> sets) {
 const Names kIndependentForm = Union({kAlwaysShown, kEntries, {"n2fld", "n2text"}});
 const Names kRelatedForm = Union({kAlwaysShown, kEntries, {"rfld", "rtext", "Sep1", "Sep2"}});
 
-class FormUseTest : public UiTest {
+class FormUseTest : public FormFixture {
   protected:
-    void SetUp() override {
-        UiTest::SetUp();
-        form = &Form();
-    }
-
     // The controls a user can see now.
     Names Seen() {
         Names seen;
@@ -58,8 +54,6 @@ class FormUseTest : public UiTest {
     std::string Results() {
         return form->tfld().Text() + " " + form->dfFld().Text() + " " + form->pfld().Text();
     }
-
-    ControlWnd* form = nullptr;
 };
 
 TEST_F(FormUseTest, EachTestShowsItsEntriesAndFocusesTheFirstMean) {
@@ -127,21 +121,18 @@ TEST_F(FormUseTest, ClearEmptiesAndHidesAllButKeepsTheChosenTest) {
 // deviations; any other key beeps and is dropped there, Return included.
 TEST_F(FormUseTest, TheKeyFilterLetsNumbersIntoTheFieldsOfMeansAndDeviationsOnly) {
     Click(form->RBtn());
-    struct Case {
-        platform::TextField* field;
-        const char* typed;
-        const char* kept;
-        long beeps;
-    };
-    for (const Case& c :
-         {Case{&form->m1fld(), "-12.5/0123456789", "-12.5/0123456789", 0},
-          Case{&form->sd1fld(), "1,+ :e5", "15", 5}, Case{&form->m2fld(), ";<", "", 2},
-          Case{&form->sd2fld(), "9.-", "9.-", 0}, Case{&form->n1fld(), "1,5 e+:", "1,5 e+:", 0},
-          Case{&form->rfld(), "a,b", "a,b", 0}}) {
+    const std::tuple<platform::TextField*, const char*, const char*, long> cases[] = {
+        {&form->m1fld(), "-12.5/0123456789", "-12.5/0123456789", 0},
+        {&form->sd1fld(), "1,+ :e5", "15", 5},
+        {&form->m2fld(), ";<", "", 2},
+        {&form->sd2fld(), "9.-", "9.-", 0},
+        {&form->n1fld(), "1,5 e+:", "1,5 e+:", 0},
+        {&form->rfld(), "a,b", "a,b", 0}};
+    for (const auto& [field, typed, kept, beeps] : cases) {
         const long before = Beeps();
-        Type(*c.field, c.typed);
-        EXPECT_EQ(c.field->Text(), c.kept) << c.typed;
-        EXPECT_EQ(Beeps() - before, c.beeps) << c.typed;
+        Type(*field, typed);
+        EXPECT_EQ(field->Text(), kept) << typed;
+        EXPECT_EQ(Beeps() - before, beeps) << typed;
     }
     const long before = Beeps();
     for (Qt::Key key : {Qt::Key_Backspace, Qt::Key_Left, Qt::Key_Delete, Qt::Key_Return})

@@ -37,36 +37,21 @@ void AtEveryFailingStep(const std::function<void()>& prepare, const std::functio
 // The events wired to a control so far, as "m1fld.KeyDown".
 std::vector<std::string> WiredEvents(const platform::Control& control) {
     std::vector<std::string> wired;
-    auto note = [&](const char* event, const auto& slot) {
-        if (slot)
+    const auto note = [&]<class C, class Slot>(const char* event, Slot C::*slot) {
+        if (auto* typed = dynamic_cast<const C*>(&control); typed && typed->*slot)
             wired.push_back(control.Name() + "." + event);
     };
-    if (auto* field = dynamic_cast<const platform::TextField*>(&control))
-        note("KeyDown", field->KeyDown);
-    if (auto* canvas = dynamic_cast<const platform::Canvas*>(&control)) {
-        note("MouseEnter", canvas->MouseEnter);
-        note("MouseExit", canvas->MouseExit);
-    }
-    if (auto* button = dynamic_cast<const platform::PushButton*>(&control)) {
-        note("Action", button->Action);
-        note("MouseDown", button->MouseDown);
-    }
-    if (auto* radio = dynamic_cast<const platform::RadioButton*>(&control))
-        note("Action", radio->Action);
-    if (auto* box = dynamic_cast<const platform::GroupBox*>(&control))
-        note("MouseDown", box->MouseDown);
+    note("KeyDown", &platform::TextField::KeyDown);
+    note("MouseEnter", &platform::Canvas::MouseEnter);
+    note("MouseExit", &platform::Canvas::MouseExit);
+    note("Action", &platform::PushButton::Action);
+    note("MouseDown", &platform::PushButton::MouseDown);
+    note("Action", &platform::RadioButton::Action);
+    note("MouseDown", &platform::GroupBox::MouseDown);
     return wired;
 }
 
-class EventsTest : public UiTest {
-  protected:
-    void SetUp() override {
-        UiTest::SetUp();
-        form = &Form();
-    }
-
-    ControlWnd* form = nullptr;
-};
+using EventsTest = FormFixture;
 
 TEST_F(EventsTest, EachControlIsCreatedAndWiredBeforeTheNext) {
     std::string order;
@@ -129,34 +114,32 @@ TEST_F(EventsTest, ComingBackForgetsTheTestButKeepsTheFormAndUpdatesTheMenu) {
 
 TEST_F(EventsTest, ClosingTheWindowEndsTheRunWithStatusZero) {
     form->Close();
-    QTimer guard;  // ends a run that was not asked to quit, with 7
-    guard.setSingleShot(true);
-    QObject::connect(&guard, &QTimer::timeout, [] { QCoreApplication::exit(7); });
-    guard.start(3000);
+    QObject guard;  // ends a run that was not asked to quit, with status 7
+    QTimer::singleShot(3000, &guard, [] { platform::Quit(7); });
     platform::_RuntimeRun();
-    EXPECT_TRUE(guard.isActive()) << "the run did not end";
     EXPECT_EQ(platform::RuntimeExit(), 0);
 }
 
 TEST_F(EventsTest, HoveringOverTheTitleShowsTheAttributionAndLeavingHidesIt) {
     QWindow* window = Handle(form->HalbrineTitle());
-    MoveMouseTo(window, QPoint(window->width() - 3, window->height() - 3));  // an empty corner
+    QTest::mouseMove(window, QPoint(window->width() - 3, window->height() - 3));  // an empty corner
     platform::recorder::Start();
     // The attribution overlaps the title's last rows; the pointer there is still over the title.
-    MoveMouseTo(window, form->HalbrineTitle().Widget()->mapTo(form->Widget(), QPoint(240, 72)));
+    QTest::mouseMove(window,
+                     form->HalbrineTitle().Widget()->mapTo(form->Widget(), QPoint(240, 72)));
     EXPECT_TRUE(form->copyright().Widget()->isVisible());
-    MoveMouseTo(window, CentreInWindow(form->typeBox()));
+    QTest::mouseMove(window, CentreInWindow(form->typeBox()));
     EXPECT_EQ(Log(), (std::vector<std::string>{"copyright.Visible=1", "copyright.Visible=0"}));
 }
 
 // "?" opens the one information window on the press, also after it was closed, and lets the
 // press go on to the button; a press on the frame of the test choice changes nothing.
 TEST_F(EventsTest, PressesOnQuestionMarkAndOnTheFrameGoOnToTheirWidgets) {
-    PressMouse(form->PushButton1());
+    Click(form->PushButton1(), QTest::MousePress);
     Qwindow* information = &Qwindow::Instance();
     EXPECT_TRUE(information->Visible()) << "up before the button is released";
     EXPECT_TRUE(form->PushButton1().Widget()->property("down").toBool());
-    ReleaseMouse(form->PushButton1());
+    Click(form->PushButton1(), QTest::MouseRelease);
     information->Close();
     EXPECT_FALSE(form->PushButton1().MouseDown(form->PushButton1(), 5, 5));
     EXPECT_TRUE(information->Visible() && &Qwindow::Instance() == information);

@@ -50,16 +50,15 @@ std::string Describe(ControlWnd& form, const RectControl& control) {
     return out.str();
 }
 
-using FormTest = UiTest;
+using FormTest = FormFixture;
 
 TEST_F(FormTest, TheWindowAndItsControlsComeUpAsTheTableHasThem) {
-    ControlWnd& form = Form();
-    EXPECT_EQ(form.Title(), "Korvane");
-    EXPECT_EQ(form.ContentWidget()->size(), QSize(500, 400));
-    EXPECT_EQ(form.Widget()->minimumSize(), form.Widget()->maximumSize());
+    EXPECT_EQ(form->Title(), "Korvane");
+    EXPECT_EQ(form->ContentWidget()->size(), QSize(500, 400));
+    EXPECT_EQ(form->Widget()->minimumSize(), form->Widget()->maximumSize());
     EXPECT_EQ(
-        form.Widget()->windowFlags() & (Qt::WindowMaximizeButtonHint |
-                                        Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint),
+        form->Widget()->windowFlags() & (Qt::WindowMaximizeButtonHint |
+                                         Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint),
         Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint);
     // clang-format off
     const std::vector<std::string> expected{
@@ -108,15 +107,15 @@ TEST_F(FormTest, TheWindowAndItsControlsComeUpAsTheTableHasThem) {
     };
     // clang-format on
     std::vector<std::string> actual;
-    for (std::size_t i = 0; i < form.ControlCount(); ++i) {
+    for (std::size_t i = 0; i < form->ControlCount(); ++i) {
         actual.push_back(
-            Describe(form, platform::RuntimeCheckCast<RectControl>(form.ControlAt(i))));
+            Describe(*form, platform::RuntimeCheckCast<RectControl>(form->ControlAt(i))));
     }
     EXPECT_EQ(actual.size(), expected.size());
     for (std::size_t i = 0; i < std::min(actual.size(), expected.size()); ++i) {
         EXPECT_EQ(actual[i], expected[i]);
     }
-    EXPECT_FALSE(form.IBtn().Value() || form.RBtn().Value());
+    EXPECT_FALSE(form->IBtn().Value() || form->RBtn().Value());
 }
 
 }  // namespace

@@ -84,7 +84,6 @@ struct Monkey {
         platform::Quit(0);
     }
 
-    // The form's state and the parts it shows must agree; dtail is shown but never enabled.
     void CheckTheForm() {
         if (Form() == nullptr) {
             return;

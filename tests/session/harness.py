@@ -8,6 +8,7 @@ binds to the first bus it meets) and from screenshots (PIL). This process is a c
 so nothing started below it slips away; close() ends all of it. A failed check raises Seen, whose
 text says what a person would have seen and where the screenshots and output were kept.
 """
+import contextlib
 import ctypes
 import os
 import random
@@ -57,9 +58,8 @@ def descendants(pid):
             continue
     found, todo = [], [pid]
     while todo:
-        for child in children.get(todo.pop(), []):
-            found.append(child)
-            todo.append(child)
+        below = children.get(todo.pop(), [])
+        found, todo = found + below, todo + below
     return found
 
 
@@ -157,10 +157,8 @@ class Session:
         for sig in (signal.SIGTERM, signal.SIGKILL):
             for proc in reversed(self.procs):
                 for pid in [proc.pid] + descendants(proc.pid):
-                    try:
+                    with contextlib.suppress(ProcessLookupError):
                         os.kill(pid, sig)
-                    except ProcessLookupError:
-                        pass
             while descendants(os.getpid()) and time.monotonic() < deadline:
                 try:
                     os.waitpid(-1, os.WNOHANG)
@@ -176,13 +174,6 @@ class Session:
         self.log.flush()
         with open(self.log_path, errors="replace") as log:
             return log.read()
-
-    def wait_for_exit(self, timeout=5.0):
-        """The program's exit status, or None if it still runs after the timeout."""
-        try:
-            return self.proc.wait(timeout)
-        except subprocess.TimeoutExpired:
-            return None
 
     def screenshot(self, label):
         from PIL import ImageGrab
@@ -270,12 +261,12 @@ class Session:
         return window
 
 
-def showing(obj):
-    return obj.getState().contains(pyatspi.STATE_SHOWING)
-
-
 def has_state(obj, state):
-    return obj.getState().contains(state)
+    return obj.getState().contains(getattr(pyatspi, "STATE_" + state))
+
+
+def showing(obj):
+    return has_state(obj, "SHOWING")
 
 
 def extents(obj):
@@ -305,7 +296,7 @@ def text_of(obj):
 
 
 def focused(root):
-    return next((o for o in walk(root) if has_state(o, pyatspi.STATE_FOCUSED)), None)
+    return next((o for o in walk(root) if has_state(o, "FOCUSED")), None)
 
 
 def describe(obj):

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "stats/messages.h"
@@ -77,16 +78,10 @@ TEST(MessagesTest, TheCommandsMessagesReadAsWritten) {
             "Correlation must range from -1.00 thru +1.00"}));
 }
 
-struct Case {
-    std::int64_t btn;
-    Entries entries;
-    std::string answer;
-};
-
 TEST(CalculateTest, EntriesGiveTheirResultsOrTheFirstRefusal) {
     const std::string choose = std::string("MsgBox:") + msg::kChooseTest;  // no focus moves
     // clang-format off
-    const std::vector<Case> cases{
+    const std::vector<std::tuple<std::int64_t, Entries, std::string>> cases{
         {0, kIndependent, choose}, {3, kIndependent, choose}, {-1, kRelated, choose},
         {1, kIndependent, "+1.798 20 .0873"},
         {1, {"8", "10", "2", "3", "10", "12"}, "-1.798 20 .0873"},
@@ -129,9 +124,9 @@ TEST(CalculateTest, EntriesGiveTheirResultsOrTheFirstRefusal) {
         {2, With(kRelated, 5, "1e999"), Refusal(msg::kCorrelation, "rfld")},
     };
     // clang-format on
-    for (const Case& c : cases) {
-        EXPECT_EQ(Press(c.btn, c.entries), c.answer)
-            << c.btn << ": " << c.entries[0] << " " << c.entries[4] << " " << c.entries[5];
+    for (const auto& [btn, entries, answer] : cases) {
+        EXPECT_EQ(Press(btn, entries), answer)
+            << btn << ": " << entries[0] << " " << entries[4] << " " << entries[5];
     }
 }
 

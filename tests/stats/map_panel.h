@@ -1,7 +1,7 @@
 // A CalcPanel over plain maps, for driving the Calculate command without a window.
 //
-// Fields hold texts (a field never set reads as empty), Enabled and Visible are kept per
-// control, and every call is logged in order, one line each, in the recorder's form:
+// Fields hold texts (a field never set reads as empty), and every call is logged in order, one
+// line each, in the recorder's form:
 //   "m1fld.Text?" (a read)  "pfld.Text=.0873"  "pfld.Enabled=1"  "pfld.Visible=1"
 //   "m1fld.SetFocus"  "MsgBox:Please enter ..."
 // Header-only and free of any test framework, so fuzz targets and benchmarks can use it too.
@@ -34,16 +34,11 @@ class MapPanel : public CalcPanel {
     }
     void Enabled(const std::string& control, bool value) override {
         calls.push_back(control + ".Enabled=" + (value ? "1" : "0"));
-        enabled[control] = value;
     }
     void Visible(const std::string& control, bool value) override {
         calls.push_back(control + ".Visible=" + (value ? "1" : "0"));
-        visible[control] = value;
     }
-    void SetFocus(const std::string& field) override {
-        calls.push_back(field + ".SetFocus");
-        focus = field;
-    }
+    void SetFocus(const std::string& field) override { calls.push_back(field + ".SetFocus"); }
     void MsgBox(const std::string& text) override {
         calls.push_back("MsgBox:" + text);
         messages.push_back(text);
@@ -60,17 +55,9 @@ class MapPanel : public CalcPanel {
     bool WasRead(const std::string& field) const {
         return std::ranges::find(calls, field + ".Text?") != calls.end();
     }
-    void ClearLog() {
-        calls.clear();
-        messages.clear();
-        focus.clear();
-    }
 
     std::map<std::string, std::string> texts;
-    std::map<std::string, bool> enabled;
-    std::map<std::string, bool> visible;
     std::vector<std::string> messages;
-    std::string focus;  // the last field given to SetFocus; empty if none
     std::vector<std::string> calls;
 };
 

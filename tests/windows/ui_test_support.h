@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QApplication>
-#include <QLineEdit>
 #include <QPoint>
 #include <QTest>
 #include <QWidget>
@@ -48,18 +47,6 @@ class UiTest : public ::testing::Test {
         EXPECT_TRUE(failures.empty()) << "a failure escaped a handler: " << failures.front();
     }
 
-    // The control window as the user first sees it: built, shown and active, after the about
-    // window has opened the run and given way. That window's timer is stopped, so that it does
-    // not give way once more in mid-test.
-    ControlWnd& Form() {
-        AboutWnd& about = AboutWnd::Instance();
-        about.Timer1().Mode(0);
-        about.Hide();
-        ControlWnd& form = ControlWnd::Instance();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(form.Widget()));
-        return form;
-    }
-
     static QPoint CentreInWindow(const platform::RectControl& control) {
         const QWidget* widget = control.Widget();
         return widget->mapTo(widget->window(), widget->rect().center());
@@ -69,23 +56,10 @@ class UiTest : public ::testing::Test {
         return control.Widget()->window()->windowHandle();
     }
 
-    // A click at the control's centre, delivered to the window as a user's click would be.
-    static void Click(const platform::RectControl& control) {
-        QTest::mouseClick(Handle(control), Qt::LeftButton, {}, CentreInWindow(control));
-    }
-
-    // The two halves of a click, for what happens between them.
-    static void PressMouse(const platform::RectControl& control) {
-        QTest::mousePress(Handle(control), Qt::LeftButton, {}, CentreInWindow(control));
-    }
-    static void ReleaseMouse(const platform::RectControl& control) {
-        QTest::mouseRelease(Handle(control), Qt::LeftButton, {}, CentreInWindow(control));
-    }
-
-    static void MoveMouseTo(QWindow* window, QPoint at) { QTest::mouseMove(window, at); }
-
-    static QLineEdit* Edit(const platform::TextField& field) {
-        return qobject_cast<QLineEdit*>(field.Widget());
+    // A click at the control's centre, or one half of it, delivered to the window as a user's is.
+    static void Click(const platform::RectControl& control,
+                      QTest::MouseAction action = QTest::MouseClick) {
+        QTest::mouseEvent(action, Handle(control), Qt::LeftButton, {}, CentreInWindow(control));
     }
 
     // Clicks into the field and types `text` key by key.
@@ -100,13 +74,26 @@ class UiTest : public ::testing::Test {
 
     static std::vector<std::string> Log() { return platform::recorder::Lines(); }
 
-    static long Beeps() {
-        const auto lines = Log();
-        return std::count(lines.begin(), lines.end(), std::string("Beep"));
-    }
+    static long Beeps() { return std::ranges::count(Log(), std::string("Beep")); }
 
     std::vector<std::string> messages;
     std::vector<std::string> failures;
+};
+
+// The window tests that start on the control window as the user first sees it: built, shown and
+// active, after the about window has opened the run and given way. That window's timer is
+// stopped, so that it does not give way once more in mid-test.
+class FormFixture : public UiTest {
+  protected:
+    void SetUp() override {
+        UiTest::SetUp();
+        AboutWnd& about = AboutWnd::Instance();
+        about.Timer1().Mode(0);
+        about.Hide();
+        form = &ControlWnd::Instance();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(form->Widget()));
+    }
+    ControlWnd* form = nullptr;
 };
 
 }  // namespace korvane::testing

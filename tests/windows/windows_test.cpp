@@ -5,6 +5,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QTextEdit>
+#include <ranges>
 #include <string>
 
 #include "tests/windows/ui_test_support.h"
@@ -15,23 +16,18 @@
 namespace korvane::testing {
 namespace {
 
-using MenuTest = UiTest;
+using MenuTest = FormFixture;
 using QwindowTest = UiTest;
 
 // Each shown menu and, indented, each shown item as it stands once its menu opens: the caption,
-// the shortcut, and the caption in brackets when the item is disabled.
+// the shortcut, and the caption in brackets when the item is disabled. Caption-less items and
+// those of another desktop are hidden.
 std::vector<std::string> ShownBar(QMenuBar& bar) {
     std::vector<std::string> lines;
-    for (QAction* top : bar.actions()) {
-        if (!top->isVisible()) {
-            continue;
-        }
+    for (QAction* top : bar.actions() | std::views::filter(&QAction::isVisible)) {
         lines.push_back(top->text().toStdString());
         emit top->menu()->aboutToShow();
-        for (QAction* item : top->menu()->actions()) {
-            if (!item->isVisible()) {
-                continue;  // caption-less items and those of another desktop
-            }
+        for (QAction* item : top->menu()->actions() | std::views::filter(&QAction::isVisible)) {
             const std::string caption = item->isSeparator() ? "-" : item->text().toStdString();
             const std::string keys = item->shortcut().toString().toStdString();
             lines.push_back("  " + (item->isEnabled() ? caption : "(" + caption + ")") +
@@ -42,15 +38,15 @@ std::vector<std::string> ShownBar(QMenuBar& bar) {
 }
 
 TEST_F(MenuTest, TheBarShowsFileEditAndWindowWithTheirShortcutsAndEnabledStates) {
+    // Text to paste, but the focus is on the choice of test, where no edit can act.
     QGuiApplication::clipboard()->setText(QStringLiteral("7"));
-    ControlWnd& form = Form();  // the focus on the choice of test, where no edit can act
 
     EXPECT_EQ(
-        ShownBar(*form.Widget()->findChild<QMenuBar*>()),
+        ShownBar(*form->Widget()->findChild<QMenuBar*>()),
         (std::vector<std::string>{"File", "  (Print)", "  Quit Ctrl+Q", "Edit", "  (Undo) Ctrl+Z",
                                   "  -", "  (Cut) Ctrl+X", "  (Copy) Ctrl+C", "  (Paste) Ctrl+V",
                                   "Window", "  (Control)", "  About Korvane"}));
-    EXPECT_EQ(form.MenuBar(), &Menu::Instance());
+    EXPECT_EQ(form->MenuBar(), &Menu::Instance());
 }
 
 Qwindow& Information() {
