@@ -26,7 +26,9 @@ class PlainStyle : public QProxyStyle {
 
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override {
-        if (element != PE_FrameGroupBox || Picture(QStringLiteral("fusion_groupbox")).isNull()) {
+        const QPixmap frame =
+            element == PE_FrameGroupBox ? Picture(QStringLiteral("fusion_groupbox")) : QPixmap();
+        if (frame.isNull()) {
             QProxyStyle::drawPrimitive(element, option, painter, widget);
             return;
         }
@@ -37,25 +39,24 @@ class PlainStyle : public QProxyStyle {
                                         : std::max(pixelMetric(PM_ExclusiveIndicatorHeight),
                                                    option->fontMetrics.height()));
         qDrawBorderPixmap(painter, option->rect.adjusted(0, top, 0, 0), QMargins(6, 6, 6, 6),
-                          Picture(QStringLiteral("fusion_groupbox")));
+                          frame);
     }
 
     QIcon standardIcon(StandardPixmap which, const QStyleOption* option,
                        const QWidget* widget) const override {
+        const bool vertical = which == SP_ToolBarVerticalExtensionButton;
+        if (!vertical && which != SP_ToolBarHorizontalExtensionButton) {
+            return QProxyStyle::standardIcon(which, option, widget);
+        }
         const bool rtl = option != nullptr ? option->direction == Qt::RightToLeft
                                            : QGuiApplication::isRightToLeft();
+        const QString stem = vertical ? QStringLiteral("toolbar-ext-v-")
+                             : rtl    ? QStringLiteral("toolbar-ext-h-rtl-")
+                                      : QStringLiteral("toolbar-ext-h-");
         // Qt's arrows come in three sizes, each twice the one before.
-        QString stem;
-        int smallest = 0;
-        if (which == SP_ToolBarHorizontalExtensionButton) {
-            stem = rtl ? QStringLiteral("toolbar-ext-h-rtl-") : QStringLiteral("toolbar-ext-h-");
-            smallest = 8;
-        } else if (which == SP_ToolBarVerticalExtensionButton) {
-            stem = QStringLiteral("toolbar-ext-v-");
-            smallest = 5;
-        }
+        const int smallest = vertical ? 5 : 8;
         QIcon icon;
-        for (int size = smallest; size > 0 && size <= 4 * smallest; size *= 2) {
+        for (int size = smallest; size <= 4 * smallest; size *= 2) {
             const QPixmap& picture = Picture(stem + QString::number(size));
             if (!picture.isNull()) {
                 icon.addPixmap(picture);
