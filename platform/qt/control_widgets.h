@@ -81,9 +81,17 @@ class FieldWidget : public OwnedWidget<QLineEdit, TextField> {
     bool event(QEvent* event) override;
 };
 
+// A text area holds plain text: what is pasted, dropped or middle-clicked in goes in as plain
+// text, and an offer without text (an empty clipboard, a picture) inserts nothing. Qt 6.4's own
+// insertion reads the first of the offered formats without asking whether there is one, which
+// an empty clipboard does not have.
 class AreaWidget : public QTextEdit {
   public:
     AreaWidget() = default;
+
+  protected:
+    bool canInsertFromMimeData(const QMimeData* source) const override;
+    void insertFromMimeData(const QMimeData* source) override;
 };
 
 class BoxWidget : public OwnedWidget<QGroupBox, GroupBox> {

@@ -106,7 +106,7 @@ EditCommand EditCommandOf(const MenuItem& item) {
 
 bool ClipboardHasText() {
     const QClipboard* clipboard = QGuiApplication::clipboard();
-    return clipboard != nullptr && !clipboard->text().isEmpty();
+    return clipboard != nullptr && !qt::PastableText(clipboard->mimeData()).isEmpty();
 }
 
 // Whether the focused text field can do the command now. A read-only field can only copy, and

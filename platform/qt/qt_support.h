@@ -11,6 +11,7 @@
 #include <vector>
 
 class QKeyEvent;
+class QMimeData;
 class QMenuBar;
 class QStyle;
 class QWidget;
@@ -47,6 +48,10 @@ QImage ReadPicture(const std::string& name);
 // A PNG file or resource, read by Qt's own PNG reader without guessing the format (a guess loads
 // every image-format plug-in); premultiplied, the form the screen draws without converting.
 QImage ReadPng(const QString& path);
+
+// The plain text that a paste or a drop of `source` gives a text field: empty when there is
+// none (no data, no text among its formats).
+QString PastableText(const QMimeData* source);
 
 // Qt's own style, the same whatever the desktop's theme, for every window of the run.
 QStyle* NewPlainStyle();

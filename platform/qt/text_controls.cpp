@@ -1,4 +1,5 @@
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QTextDocument>
 #include <QTextOption>
 
@@ -62,6 +63,22 @@ bool FieldWidget::event(QEvent* event) {
         return true;
     }
     return QLineEdit::event(event);
+}
+
+QString PastableText(const QMimeData* source) {
+    return source != nullptr && source->hasText() ? source->text() : QString();
+}
+
+bool AreaWidget::canInsertFromMimeData(const QMimeData* source) const {
+    return !PastableText(source).isEmpty();
+}
+
+void AreaWidget::insertFromMimeData(const QMimeData* source) {
+    const QString text = PastableText(source);
+    if (!text.isEmpty()) {
+        insertPlainText(text);
+        ensureCursorVisible();
+    }
 }
 
 }  // namespace qt

@@ -32,6 +32,21 @@ bool FocusInTextField() {
     return qobject_cast<QLineEdit*>(focus) != nullptr || qobject_cast<QTextEdit*>(focus) != nullptr;
 }
 
+// Runs an action once control is back in the event loop that asked for it, never inside the
+// event Qt is dispatching now: Qt goes on using the windows of that event after our handlers
+// return. (Qt's deferred deletion; a nested loop, as a message box runs, does not run it early.)
+class AfterThisEvent : public QObject {
+  public:
+    static void Run(std::function<void()> action) {
+        (new AfterThisEvent(std::move(action)))->deleteLater();
+    }
+    ~AfterThisEvent() override;
+
+  private:
+    explicit AfterThisEvent(std::function<void()> action);
+    std::function<void()> action_;
+};
+
 // The top-level widget of a Window: the content, with the menu bar above it once the window
 // has one. It turns Qt's events into the window's events; `owner` is cleared before the window
 // is taken apart, so nothing reaches a window being destroyed. A plain widget with a column
@@ -59,8 +74,21 @@ class WindowFrame : public QWidget {
     }
 
     // A hidden window gives back its native window and the image it is drawn into; showing it
-    // again makes new ones.
-    void ReleaseNativeWindow() { destroy(); }
+    // again makes new ones. Only after the event that hid it: a window is hidden from its own
+    // events (the about window on a key) and from another's (the control window's Activate hides
+    // the about window while Qt is still switching the focus away from it), and Qt reaches the
+    // native windows of the event it dispatches once our handler has returned.
+    void ReleaseNativeWindowAfterThisEvent() {
+        AfterThisEvent::Run([frame = QPointer<WindowFrame>(this)] {
+            if (frame != nullptr && frame->isHidden()) {
+                frame->destroy();
+                // Hiding a window ends a stage of the run (the about window's is start-up):
+                // what was built and freed up to now goes back to the system, which glibc
+                // would otherwise keep resident.
+                malloc_trim(0);
+            }
+        });
+    }
 
   protected:
     bool event(QEvent* event) override;
@@ -96,17 +124,6 @@ class WindowContent : public QWidget {
     }
 };
 
-// Deletes a closed window once control is back in the event loop that closed it, never inside
-// the window's own event.
-class WindowReaper : public QObject {
-  public:
-    explicit WindowReaper(std::unique_ptr<Window> window);
-    ~WindowReaper() override;
-
-  private:
-    std::unique_ptr<Window> window_;
-};
-
 struct Registry {
     struct Entry {
         std::string key;
@@ -114,7 +131,7 @@ struct Registry {
     };
     std::vector<Entry> owned;  // the windows built by ImplicitWindow
     std::map<std::string, std::function<std::unique_ptr<Window>()>, std::less<>> classes;
-    std::vector<WindowReaper*> reapers;
+    std::vector<AfterThisEvent*> pending;  // the end of the run runs what is left
     Window* lastActivated = nullptr;
     Window* returningFromMessage = nullptr;  // its next activation follows a MsgBox
 };
@@ -124,12 +141,13 @@ Registry& Reg() {
     return registry;
 }
 
-WindowReaper::WindowReaper(std::unique_ptr<Window> window) : window_(std::move(window)) {
-    Reg().reapers.push_back(this);
+AfterThisEvent::AfterThisEvent(std::function<void()> action) : action_(std::move(action)) {
+    Reg().pending.push_back(this);
 }
 
-WindowReaper::~WindowReaper() {
-    std::erase(Reg().reapers, this);
+AfterThisEvent::~AfterThisEvent() {
+    std::erase(Reg().pending, this);
+    action_();
 }
 
 void RaiseActivate(Window& window) {
@@ -463,10 +481,7 @@ void Window::Hide() {
         impl_->hiddenWhileClosing = true;
     }
     impl_->frame->hide();
-    impl_->frame->ReleaseNativeWindow();
-    // Hiding a window ends a stage of the run (the about window's is start-up): what was built
-    // and freed up to now goes back to the system, which glibc would otherwise keep resident.
-    malloc_trim(0);
+    impl_->frame->ReleaseNativeWindowAfterThisEvent();
 }
 
 bool Window::Visible() const {
@@ -499,9 +514,9 @@ void Window::Close() {
     auto entry = std::find_if(reg.owned.begin(), reg.owned.end(),
                               [this](const Registry::Entry& e) { return e.window.get() == this; });
     if (entry != reg.owned.end()) {
-        auto window = std::move(entry->window);
+        std::shared_ptr<Window> window = std::move(entry->window);
         reg.owned.erase(entry);
-        (new WindowReaper(std::move(window)))->deleteLater();
+        AfterThisEvent::Run([window]() mutable { window.reset(); });  // never inside its own event
     }
 }
 
@@ -698,8 +713,8 @@ void DestroyAllWindows() {
     while (!owned.empty()) {
         owned.pop_back();
     }
-    while (!reg.reapers.empty()) {
-        delete reg.reapers.back();  // its destructor takes it off the list
+    while (!reg.pending.empty()) {
+        delete reg.pending.back();  // runs it and takes it off the list
     }
 }
 

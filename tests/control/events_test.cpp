@@ -1,5 +1,6 @@
 // The window's own events: its construction, activation, closing, the hover over the title and
 // the presses on "?" and on the frame of the test choice.
+#include <QPointer>
 #include <QTimer>
 #include <functional>
 #include <set>
@@ -95,6 +96,29 @@ TEST_F(EventsTest, ActivationHidesTheAboutWindowAndThenForgetsTheChosenTest) {
         });
     EXPECT_EQ(states,
               (std::vector<std::string>{"about shown, test kept", "about hidden, test forgotten"}));
+}
+
+// The about window called up from the menu goes when the user comes back to the form. The form's
+// Activate hides it while Qt is still switching the focus away from it, and Qt reaches its
+// native window once more after that: the window gives it back only afterwards.
+TEST_F(EventsTest, TheAboutWindowFromTheMenuGoesWhenTheFormComesBackAndOutlivesTheSwitch) {
+    AboutWnd& about = AboutWnd::Instance();
+    ASSERT_FALSE(form->RunMenuHandler("AboutMenuItem"));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(about.Widget()));
+    const QPointer<QWindow> aboutNative = about.Widget()->windowHandle();
+    bool nativeAtSwitch = false;
+    QObject watch;
+    QObject::connect(qApp, &QGuiApplication::focusWindowChanged, &watch,
+                     [&] { nativeAtSwitch = !aboutNative.isNull(); });
+    Click(form->IBtn());
+
+    form->Widget()->activateWindow();  // a click on the form, as the window manager passes it on
+
+    ASSERT_TRUE(QTest::qWaitForWindowActive(form->Widget()));
+    EXPECT_TRUE(nativeAtSwitch);
+    EXPECT_FALSE(about.Visible());
+    EXPECT_EQ(Globals::btn, 0);
+    QTRY_VERIFY(aboutNative.isNull());  // and then given back
 }
 
 TEST_F(EventsTest, ComingBackForgetsTheTestButKeepsTheFormAndUpdatesTheMenu) {

@@ -144,6 +144,7 @@ class Session:
     def start_program(self):
         """Starts the program (again, once an earlier run of it has ended) on this desktop."""
         self.runs += 1
+        self.started = time.monotonic()
         self.log_path = os.path.join(self.out, f"program-{self.runs}.log")
         self.log = open(self.log_path, "w")
         env = dict(self.env, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",

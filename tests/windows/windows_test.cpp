@@ -2,10 +2,16 @@
 // information window, which shows the formula and its text and hides rather than closes.
 #include <QAction>
 #include <QClipboard>
+#include <QDropEvent>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QTextEdit>
+#include <functional>
+#include <memory>
 #include <ranges>
+#include <stdexcept>
 #include <string>
 
 #include "tests/windows/ui_test_support.h"
@@ -35,6 +41,18 @@ std::vector<std::string> ShownBar(QMenuBar& bar) {
         }
     }
     return lines;
+}
+
+// The shown menu or item of that caption.
+QAction& Shown(QWidget& menu, const QString& caption) {
+    for (QAction* action : menu.actions()) {
+        if (action->isVisible() && action->text() == caption)
+            return *action;
+    }
+    throw std::runtime_error("nothing shown as " + caption.toStdString());
+}
+QMenu& Shown(QMenuBar& bar, const QString& caption) {
+    return *Shown(static_cast<QWidget&>(bar), caption).menu();
 }
 
 TEST_F(MenuTest, TheBarShowsFileEditAndWindowWithTheirShortcutsAndEnabledStates) {
@@ -89,6 +107,94 @@ TEST_F(QwindowTest, ClosingHidesTheOneInstanceAndKeepsWhatWasTyped) {
     EXPECT_EQ(&Qwindow::Instance(), &window);
     window.Show();
     EXPECT_EQ(window.StaticText1().Text().substr(0, 17), "Note: Probability");
+}
+
+// Every way text comes into a writable text control (the information window's text area and an
+// entry field of the form), with every kind of clipboard: nothing on it, text, a picture alone.
+// Only text goes in, once; anything else changes nothing.
+using PasteTest = FormFixture;
+
+struct Offer {
+    const char* name;
+    QString text;  // what goes in
+    std::function<QMimeData*()> make;
+};
+
+struct Way {
+    const char* name;
+    std::function<void(QWidget&, const QMimeData&)> bring;
+};
+
+void Press(QWidget& target, Qt::Key key, Qt::KeyboardModifiers modifiers) {
+    QTest::keyClick(target.window()->windowHandle(), key, modifiers);
+}
+
+// A drag from another program that ends over the middle of the control.
+void Drop(QWidget& target, const QMimeData& data) {
+    auto* area = qobject_cast<QTextEdit*>(&target);
+    QWidget& under = area != nullptr ? *area->viewport() : target;
+    const QPointF at = QRectF(under.rect()).center();
+    QDragEnterEvent enter(at.toPoint(), Qt::CopyAction, &data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&under, &enter);
+    QDropEvent drop(at, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&under, &drop);
+}
+
+TEST_F(PasteTest, OnlyTextComesInByKeysMenuOrDropWhateverTheClipboardHolds) {
+    const Offer offers[] = {
+        {"nothing", "", [] { return new QMimeData; }},
+        {"text", "12",
+         [] {
+             auto* data = new QMimeData;
+             data->setText("12");
+             return data;
+         }},
+        {"a picture", "",
+         [] {
+             auto* data = new QMimeData;
+             data->setImageData(QImage(4, 4, QImage::Format_RGB32));
+             return data;
+         }},
+    };
+    const Way ways[] = {
+        {"Ctrl+V", [](QWidget& w, const QMimeData&) { Press(w, Qt::Key_V, Qt::ControlModifier); }},
+        {"Shift+Insert",
+         [](QWidget& w, const QMimeData&) { Press(w, Qt::Key_Insert, Qt::ShiftModifier); }},
+        {"Edit > Paste",
+         [this](QWidget&, const QMimeData&) {
+             QMenu& edit = Shown(*form->Widget()->findChild<QMenuBar*>(), "Edit");
+             emit edit.aboutToShow();
+             Shown(edit, "Paste").trigger();  // shown disabled when there is nothing to paste
+         }},
+        {"a drop", [](QWidget& w, const QMimeData& data) { Drop(w, data); }},
+    };
+    Click(form->IBtn());
+    QWidget* targets[] = {Qwindow::Instance().StaticText1().Widget(), form->m1fld().Widget()};
+    for (QWidget* target : targets) {
+        for (const Offer& offer : offers) {
+            for (const Way& way : ways) {
+                SCOPED_TRACE(target->objectName().toStdString() + " " + way.name + " with " +
+                             offer.name);
+                QGuiApplication::clipboard()->setMimeData(offer.make());
+                target->window()->activateWindow();
+                ASSERT_TRUE(QTest::qWaitForWindowActive(target->window()));
+                target->setFocus();
+                auto* area = qobject_cast<QTextEdit*>(target);
+                const auto text = [&] {
+                    return area != nullptr ? area->toPlainText()
+                                           : qobject_cast<QLineEdit*>(target)->text();
+                };
+                const QString before = text();
+                const std::unique_ptr<QMimeData> dropped(offer.make());
+
+                way.bring(*target, *dropped);
+
+                EXPECT_EQ(text().length(), before.length() + offer.text.length());
+                EXPECT_EQ(text().count(QStringLiteral("12")),
+                          before.count(QStringLiteral("12")) + (offer.text.isEmpty() ? 0 : 1));
+            }
+        }
+    }
 }
 
 }  // namespace
