@@ -5,7 +5,7 @@ set -euo pipefail
 
 packages=(cmake ninja-build g++ qt6-base-dev libgl-dev libx11-dev libgtest-dev libbenchmark-dev
           xvfb xauth xdotool imagemagick fonts-dejavu-core clang clang-format libclang-rt-14-dev strace
-          valgrind
+          valgrind gdb
           openbox dbus-daemon at-spi2-core python3-minimal python3-pyatspi python3-pil xclip
           x11-utils qt6-gtk-platformtheme lintian appstream desktop-file-utils devscripts)
 

@@ -79,6 +79,7 @@ class Session:
         self.program, self.extra_env = program, extra_env or {}
         self.out = tempfile.mkdtemp(prefix=f"korvane-session-{name}-")
         self.procs, self.shots, self.runs, self.proc, self.log = [], 0, 0, None, None
+        self.clip = None
         ctypes.CDLL(None).prctl(36, 1, 0, 0, 0)  # PR_SET_CHILD_SUBREAPER
         try:
             self._start_desktop()
@@ -149,8 +150,9 @@ class Session:
         self.log = open(self.log_path, "w")
         env = dict(self.env, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
                    QT_ACCESSIBILITY="1", **self.extra_env)
+        # In the session's folder, where a crash leaves its core for a backtrace.
         self.proc = self._spawn([self.program], env=env, stdout=self.log,
-                                stderr=subprocess.STDOUT)
+                                stderr=subprocess.STDOUT, cwd=self.out)
 
     def close(self):
         """Ends the program, the desktop and anything left below this process."""
@@ -226,17 +228,38 @@ class Session:
             self.xdotool("click", 1)
         time.sleep(0.15)
 
-    def clipboard(self):
-        return self._run(["xclip", "-o", "-selection", "clipboard"])
+    def clipboard(self, target=None):
+        return self._run(["xclip", "-o", "-selection", "clipboard"]
+                         + (["-t", target] if target else []))
 
-    def set_clipboard(self, text):
-        """xclip serves the clipboard until another client takes it; close() ends it."""
-        xclip = self._spawn(["xclip", "-quiet", "-i", "-selection", "clipboard"],
-                            stdin=subprocess.PIPE, stdout=subprocess.DEVNULL,
-                            stderr=subprocess.DEVNULL)
-        xclip.stdin.write(text.encode())
-        xclip.stdin.close()
-        poll(lambda: self.clipboard() == text, 2)
+    def set_clipboard(self, data, target=None):
+        """Puts text, or bytes of another type (image/png, ...), on the clipboard. xclip serves it
+        until another client takes it, the next set_clipboard or clear_clipboard, or close()."""
+        self._end_clipboard_server()
+        self.clip = self._spawn(["xclip", "-quiet", "-i", "-selection", "clipboard"]
+                                + (["-t", target] if target else []),
+                                stdin=subprocess.PIPE, stdout=subprocess.DEVNULL,
+                                stderr=subprocess.DEVNULL)
+        self.clip.stdin.write(data if target else data.encode())
+        self.clip.stdin.close()
+        if target:
+            poll(lambda: target in self.clipboard("TARGETS").split(), 2)
+        else:
+            poll(lambda: self.clipboard() == data, 2)
+
+    def clear_clipboard(self):
+        """Leaves the clipboard with no owner: xclip takes it from whoever holds it and ends."""
+        self.set_clipboard("(taken to be cleared)")
+        self._end_clipboard_server()
+        poll(lambda: subprocess.run(["xclip", "-o", "-selection", "clipboard"], env=self.env,
+                                    capture_output=True).returncode != 0, 2)
+
+    def _end_clipboard_server(self):
+        if self.clip is not None:
+            self.clip.terminate()
+            self.clip.wait()
+            self.procs.remove(self.clip)
+            self.clip = None
 
     def windows(self):
         """The program's mapped top-level X windows, as ids."""
