@@ -3,7 +3,6 @@ way a person reaches it, ending with a clean exit:
     /usr/bin/python3 lifetimes.py <scenario> <path of korvane>
 """
 import io
-import subprocess
 import sys
 import time
 
@@ -69,13 +68,7 @@ def set_picture_clipboard(s):
     from PIL import Image
     png = io.BytesIO()
     Image.new("RGB", (4, 4), "red").save(png, "PNG")
-    xclip = s._spawn(["xclip", "-quiet", "-i", "-selection", "clipboard", "-t", "image/png"],
-                     stdin=subprocess.PIPE, stdout=subprocess.DEVNULL,
-                     stderr=subprocess.DEVNULL)
-    xclip.stdin.write(png.getvalue())
-    xclip.stdin.close()
-    poll(lambda: "image/png" in s._run(["xclip", "-o", "-selection", "clipboard", "-t",
-                                        "TARGETS"]), 2)
+    s.set_clipboard(png.getvalue(), "image/png")
 
 
 def paste_into_information(s):
