@@ -276,6 +276,12 @@ class Session:
         """The program's showing top-level window of that title, waiting for it."""
         return poll(lambda: self.top_windows(name=title)[0], timeout)
 
+    def wait_out_about_timer(self):
+        """Four seconds after the start the about window's timer hides it (also when it was
+        called up again from the menu) and calls up the control window, raising it over the
+        others: a scenario that needs neither waits until that has happened."""
+        time.sleep(max(0.0, self.started + 4.5 - time.monotonic()))
+
     def pass_about_window(self):
         """Waits for the about window and dismisses it with a key, as a person in a hurry does."""
         self.check(poll(self.windows, 10), "no window of the program came up")

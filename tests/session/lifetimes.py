@@ -17,14 +17,6 @@ def alive(s, after):
                                    f"its output: {s.output().strip()!r}")
 
 
-def pass_about_window_for_good(s):
-    """Passes the about window and waits out its timer, which would call up the control window
-    once more (and raise it over the others) four seconds after the start."""
-    window = s.pass_about_window()
-    time.sleep(max(0.0, s.started + 4.5 - time.monotonic()))
-    return window
-
-
 def about_window(s):
     return poll(lambda: s.top_windows(role("FRAME"), "")[0], 1)
 
@@ -42,7 +34,8 @@ def about_from_menu_then_form(s):
     """The about window called up from the menu, then the form comes back: by a click on it, by
     the window manager's activation, and by a restore after minimising it. The about window
     gives way each time; Qt is still switching the focus away from it as it goes."""
-    window = pass_about_window_for_good(s)
+    window = s.pass_about_window()
+    s.wait_out_about_timer()
     x, y, width, height = extents(window)
     form = control_window_id(s)[0]
     comebacks = {
@@ -74,7 +67,8 @@ def set_picture_clipboard(s):
 def paste_into_information(s):
     """The information window's text is editable: every way of pasting into it, with nothing on
     the clipboard, a picture, then text. Only the text goes in."""
-    window = pass_about_window_for_good(s)
+    window = s.pass_about_window()
+    s.wait_out_about_timer()
     s.click_on(help_button(window), press_only=True)
     info = s.frame(INFO_TITLE, 3)
     s.check(info, "a press on \"?\" did not bring up the information window")

@@ -130,6 +130,7 @@ def visit_everything(s, window):
     s.check(s.frame(INFO_TITLE, 3), "a press on \"?\" did not bring up the information window")
     close_with_window_manager(s, INFO_TITLE)
     s.check(poll(lambda: not s.top_windows(name=INFO_TITLE), 3), "information window stayed up")
+    s.wait_out_about_timer()
     s.click_on(find(open_menu(s, window, "Window"), role("MENU_ITEM"), "About Korvane"))
     about = poll(lambda: s.top_windows(role("FRAME"), "")[0], 3)
     s.check(about, "Window > About Korvane brought up no about window")
