@@ -9,9 +9,9 @@ import string
 
 import harness as h
 from harness import extents, has_state
+from scenarios import INFO_TITLE, role
 
 SCREEN = (0, 0, 1024, 768)  # harness.Session's Xvfb screen, as a box
-INFO_TITLE = "t-test Information"
 
 TEXTS = ("1e308", "-1e-320", "99999999999999999999", "-", "+", "..", "--5", "é", "√", "€",
          "1e", ".", "0", "-0", "1,5", "12 ", "nan", "inf", "0x1F", "½", "٣", "1e+", "+-1",
@@ -22,10 +22,6 @@ KEY_GROUPS = (tuple("0123456789"), ("period", "minus", "slash", "plus", "comma",
                "Home", "End", "BackSpace", "Delete", "F10", "alt", "shift+End", "shift+Home"),
               ("ctrl+a", "ctrl+c", "ctrl+x", "ctrl+v", "ctrl+z", "shift+Insert", "ctrl+v"))
 QUIT_KEYS = ("ctrl+q", "alt+F4")
-
-
-def role(name):
-    return getattr(h.pyatspi, "ROLE_" + name)
 
 
 # -- what the program shows ------------------------------------------------------------------------
