@@ -5,6 +5,7 @@
 #include "control/control_records.h"
 #include "platform/core/delegate.h"
 #include "platform/core/record.h"
+#include "platform/qt/spoken.h"
 #include "windows/menu.h"
 #include "windows/pictures.h"
 
@@ -130,6 +131,14 @@ void ControlWnd::NameControlsForScreenReaders() {
     for (const Spoken& spoken : kSpoken) {
         Named<platform::RectControl>(spoken.control).AccessibleName(spoken.name);
     }
+    // Tab does not reach the results, and they appear where the user is not: a screen reader
+    // says them as the form shows them, with the captions under them, once a calculation has
+    // written them. The form leaves the letter p to the reader.
+    using std::string;
+    platform::SpeakWhenWritten(*this,
+                               {{string(layout::dfText.text), string(layout::dfFld.name), ""},
+                                {string(layout::ttext.text), string(layout::tfld.name), ""},
+                                {"p", string(layout::pfld.name), string(layout::dtail.text)}});
 }
 
 // clang-format off

@@ -1,13 +1,14 @@
-// What a screen reader hears of the controls. Qt describes most widgets well by itself; the
-// platform adds the names code gives (AccessibleName), speaks a canvas as the picture it shows,
-// and keeps a label drawn in the colour of its ground (invisible ink) out of what is read.
+// What reaches a screen reader. The interfaces come from AccessibleFor (accessible_widgets.h);
+// every event Qt tells screen readers passes through TellScreenReaders first, which adds what
+// Qt 6.4's AT-SPI bridge leaves out and holds back what only misleads.
 #include <QAccessible>
-#include <QAccessibleWidget>
-#include <QLabel>
-#include <QString>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QVariantMap>
 #include <QWidget>
 
-#include "platform/qt/control_widgets.h"
+#include "platform/qt/accessible_widgets.h"
 #include "platform/qt/controls.h"
 #include "platform/qt/qt_support.h"
 #include "platform/qt/runtime.h"
@@ -16,53 +17,49 @@ namespace platform {
 
 namespace {
 
-// The colour beneath a widget: that of the nearest ancestor that fills its background.
-QColor GroundOf(const QWidget& widget) {
-    for (const QWidget* w = widget.parentWidget(); w != nullptr; w = w->parentWidget()) {
-        if (w->autoFillBackground()) {
-            return w->palette().color(QPalette::Window);
-        }
+// Qt's bridge reports a widget shown or hidden as a change of "showing" only. A screen reader
+// that first saw the widget hidden keeps it not "visible" in its cache for good, and its review
+// of the window (which reads what is both) skips it: the results, the entry fields of a test
+// chosen later. So the change of "visible" is sent beside it, on the bridge's own connection
+// to the accessibility bus (Qt names it "a11y"), from the object's own path, as Qt sends its
+// own state changes.
+void TellVisible(QAccessibleInterface* iface, bool visible) {
+    QDBusConnection bus(QStringLiteral("a11y"));
+    if (iface == nullptr || !bus.isConnected()) {
+        return;
     }
-    return widget.palette().color(QPalette::Window);
+    const QString path = QStringLiteral("/org/a11y/atspi/accessible/") +
+                         QString::number(QAccessible::uniqueId(iface));
+    QDBusMessage change = QDBusMessage::createSignal(
+        path, QStringLiteral("org.a11y.atspi.Event.Object"), QStringLiteral("StateChanged"));
+    change << QStringLiteral("visible") << int(visible) << 0 << QVariant::fromValue(QDBusVariant(0))
+           << QVariantMap();
+    bus.send(change);
 }
 
-class LabelAccessible : public QAccessibleWidget {
-  public:
-    explicit LabelAccessible(QLabel* label) : QAccessibleWidget(label, QAccessible::StaticText) {}
+// A field that loses the keyboard drops its selection, and a screen reader would announce
+// "unselected" on every Tab: the user has moved on, so that change is not told.
+bool IsSelectionLeftBehind(const QAccessibleEvent& event) {
+    const auto* widget = qobject_cast<const QWidget*>(event.object());
+    return event.type() == QAccessible::TextSelectionChanged && widget != nullptr &&
+           !widget->hasFocus();
+}
 
-    QString text(QAccessible::Text kind) const override {
-        auto* label = static_cast<QLabel*>(widget());
-        if (kind == QAccessible::Name) {
-            return label->accessibleName().isEmpty() ? label->text() : label->accessibleName();
-        }
-        return QAccessibleWidget::text(kind);
-    }
+// Hands the event to Qt's bridge (or to whoever stands in this gate's place, such as a test).
+void PassOn(QAccessibleEvent* event) {
+    const QAccessible::UpdateHandler standing = QAccessible::installUpdateHandler(nullptr);
+    QAccessible::updateAccessibility(event);
+    QAccessible::installUpdateHandler(standing);
+}
 
-    // Text in the colour of its ground shows nothing, so it is nothing to read out.
-    QAccessible::State state() const override {
-        QAccessible::State state = QAccessibleWidget::state();
-        const QWidget& label = *widget();
-        if (label.palette().color(QPalette::WindowText) == GroundOf(label)) {
-            state.invisible = true;
-        }
-        return state;
+void TellScreenReaders(QAccessibleEvent* event) {
+    if (IsSelectionLeftBehind(*event)) {
+        return;
     }
-};
-
-QAccessibleInterface* ControlAccessible(const QString& className, QObject* object) {
-    // A window's frame is a plain widget, which Qt would describe as a client area; a screen
-    // reader is told it is a window.
-    if (auto* frame = qobject_cast<QWidget*>(object);
-        frame != nullptr && frame->isWindow() && className == QLatin1String("QWidget")) {
-        return new QAccessibleWidget(frame, QAccessible::Window);
+    PassOn(event);
+    if (event->type() == QAccessible::ObjectShow || event->type() == QAccessible::ObjectHide) {
+        TellVisible(event->accessibleInterface(), event->type() == QAccessible::ObjectShow);
     }
-    if (auto* label = dynamic_cast<qt::LabelWidget*>(object)) {
-        return new LabelAccessible(label);
-    }
-    if (auto* canvas = dynamic_cast<qt::CanvasWidget*>(object)) {
-        return new QAccessibleWidget(canvas, QAccessible::Graphic);
-    }
-    return nullptr;
 }
 
 }  // namespace
@@ -72,7 +69,8 @@ namespace qt {
 void InstallAccessibility() {
     static bool installed = false;
     if (!installed) {
-        QAccessible::installFactory(&ControlAccessible);
+        QAccessible::installFactory(&AccessibleFor);
+        QAccessible::installUpdateHandler(&TellScreenReaders);
         installed = true;
     }
 }

@@ -76,6 +76,9 @@ class LabelWidget : public QLabel {
 class FieldWidget : public OwnedWidget<QLineEdit, TextField> {
   public:
     using OwnedWidget::OwnedWidget;
+    QRect CaretRect() const {
+        return cursorRect();
+    }  // where the caret is drawn, for screen readers
 
   protected:
     bool event(QEvent* event) override;

@@ -7,9 +7,11 @@
 #include <QImage>
 #include <QPalette>
 #include <QString>
+#include <functional>
 #include <string>
 #include <vector>
 
+class QAccessibleInterface;
 class QKeyEvent;
 class QMimeData;
 class QMenuBar;
@@ -73,8 +75,14 @@ double QtPointSize(double recordPoints, const QWidget& widget);
 
 // Qt's light palette, complete: the look of every window whatever the desktop's theme.
 const QPalette& LightPalette();
-// Describes labels and canvases to screen readers (once per process).
+// Describes the platform's windows and controls to screen readers (once per process).
 void InstallAccessibility();
+// The status line of a window that says fields once written (spoken.h), or nullptr.
+QAccessibleInterface* StatusOf(const QWidget& frame);
+// A text field's text was written by the system's code.
+void NoteTextWritten(const QWidget& field);
+// Runs `action` once control is back in the event loop that is dispatching now.
+void RunAfterThisEvent(std::function<void()> action);
 // The window's Tab chain (reading order, TabIndex within a frame), and Qt's chain set to it.
 std::vector<QWidget*> TabChain(const Window& window);
 void RebuildTabChain(Window& window);

@@ -126,6 +126,7 @@ const ClassInfo& TextField::StaticClass() {
 void TextField::Text(const std::string& text) {
     Operation("Text=" + text);
     Edit(*this).setText(qt::ToQt(text));
+    qt::NoteTextWritten(*widget_);
 }
 
 std::string TextField::Text() const {

@@ -720,6 +720,10 @@ void DestroyAllWindows() {
 
 namespace qt {
 
+void RunAfterThisEvent(std::function<void()> action) {
+    AfterThisEvent::Run(std::move(action));
+}
+
 Window* WindowOf(const QWidget* widget) {
     if (widget == nullptr) {
         return nullptr;
