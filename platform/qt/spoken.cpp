@@ -130,7 +130,7 @@ void Forget(const SpokenWindow* gone) {
 QString Words(const SpokenWindow& spoken) {
     QStringList said;
     for (const Part& part : spoken.parts) {
-        if (part.field.isNull() || !part.field->isVisible() || part.field->text().isEmpty()) {
+        if (part.field.isNull() || part.field->text().isEmpty()) {
             continue;
         }
         QStringList words{part.caption, part.field->text(), part.after};
@@ -138,6 +138,11 @@ QString Words(const SpokenWindow& spoken) {
         said << words.join(QChar(' '));
     }
     return said.join(QLatin1String(", "));
+}
+
+std::function<void(const std::string&)>& Hook() {
+    static std::function<void(const std::string&)> hook;
+    return hook;
 }
 
 void Say(SpokenWindow& spoken) {
@@ -156,6 +161,9 @@ void Say(SpokenWindow& spoken) {
     note.said = true;
     QAccessibleEvent show(&note, QAccessible::ObjectShow);
     QAccessible::updateAccessibility(&show);
+    if (Hook()) {
+        Hook()(qt::FromQt(words));
+    }
 }
 
 }  // namespace
@@ -178,6 +186,10 @@ void SpeakWhenWritten(Window& window, std::vector<SpokenField> fields) {
         auto* edit = control != nullptr ? qobject_cast<QLineEdit*>(control->Widget()) : nullptr;
         spoken->parts.push_back({qt::ToQt(field.caption), edit, qt::ToQt(field.after)});
     }
+}
+
+void SetSpokenHook(std::function<void(const std::string& words)> hook) {
+    Hook() = std::move(hook);
 }
 
 namespace qt {

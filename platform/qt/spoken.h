@@ -6,6 +6,7 @@
 // on the screen changing.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -13,7 +14,7 @@ namespace platform {
 
 class Window;
 
-// Said as "<caption> <text> <after>"; a field that is hidden or empty is left out.
+// Said as "<caption> <text> <after>"; an empty field is left out.
 struct SpokenField {
     std::string caption;
     std::string field;  // the control's name
@@ -22,5 +23,9 @@ struct SpokenField {
 
 // The fields, in the order they are said, joined by ", ".
 void SpeakWhenWritten(Window& window, std::vector<SpokenField> fields);
+
+// Tests hear here what is said, as it is handed to screen readers (which need an accessibility
+// bus to be told anything). Empty: nobody listens.
+void SetSpokenHook(std::function<void(const std::string& words)> hook);
 
 }  // namespace platform
