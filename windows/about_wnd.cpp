@@ -80,6 +80,8 @@ void AboutWnd::_wrapper_Timer1::Attach(platform::Window& window, const std::stri
 
 void AboutWnd::Layout() {
     platform::ApplyRecord(*this, kWindowRecord.view());
+    // The frame has no title bar; a screen reader says what the menu item that calls it up says.
+    AccessibleName("About Korvane");
 }
 
 void AboutWnd::CreateControls() {

@@ -5,6 +5,7 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVariant>
+#include <QPointer>
 #include <QVariantMap>
 #include <QWidget>
 
@@ -12,6 +13,7 @@
 #include "platform/qt/controls.h"
 #include "platform/qt/qt_support.h"
 #include "platform/qt/runtime.h"
+#include "platform/qt/window.h"
 
 namespace platform {
 
@@ -37,12 +39,20 @@ void TellVisible(QAccessibleInterface* iface, bool visible) {
     bus.send(change);
 }
 
-// A field that loses the keyboard drops its selection, and a screen reader would announce
-// "unselected" on every Tab: the user has moved on, so that change is not told.
-bool IsSelectionLeftBehind(const QAccessibleEvent& event) {
+// The widget whose taking of the keyboard screen readers were told last.
+QPointer<QObject>& FocusTold() {
+    static QPointer<QObject> told;
+    return told;
+}
+
+// A selection change is told only for the widget that has the keyboard and was said to have it.
+// A field that loses the keyboard drops its selection, and screen readers said "unselected" on
+// every Tab; a field that takes it selects its text before Qt says it has the focus, and screen
+// readers read that selection, short of its name, before the field itself.
+bool IsSelectionAside(const QAccessibleEvent& event) {
     const auto* widget = qobject_cast<const QWidget*>(event.object());
     return event.type() == QAccessible::TextSelectionChanged && widget != nullptr &&
-           !widget->hasFocus();
+           (!widget->hasFocus() || FocusTold() != widget);
 }
 
 // Hands the event to Qt's bridge (or to whoever stands in this gate's place, such as a test).
@@ -53,8 +63,11 @@ void PassOn(QAccessibleEvent* event) {
 }
 
 void TellScreenReaders(QAccessibleEvent* event) {
-    if (IsSelectionLeftBehind(*event)) {
+    if (IsSelectionAside(*event)) {
         return;
+    }
+    if (event->type() == QAccessible::Focus) {
+        FocusTold() = event->object();
     }
     PassOn(event);
     if (event->type() == QAccessible::ObjectShow || event->type() == QAccessible::ObjectHide) {
@@ -82,6 +95,11 @@ void RectControl::AccessibleName(const std::string& name) {
     if (widget_ != nullptr) {
         widget_->setAccessibleName(qt::ToQt(name));
     }
+}
+
+void Window::AccessibleName(const std::string& name) {
+    _UITrap();
+    Widget()->setAccessibleName(qt::ToQt(name));
 }
 
 }  // namespace platform

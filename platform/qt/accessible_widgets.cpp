@@ -85,21 +85,22 @@ QAccessibleInterface* WidgetAccessible::childAt(int x, int y) const {
 
 namespace {
 
-// A window is named by its title. A window without one (the about window's frame has no title
-// bar) goes by the application's name and is described by the words it shows.
+// A window is named by the name code gave it, else by its title. A window without either goes by
+// the application's name; one without a title (the about window's frame has no title bar) is
+// described by the words it shows.
 class WindowAccessible : public WidgetAccessible {
   public:
     explicit WindowAccessible(QWidget* frame) : WidgetAccessible(frame, QAccessible::Window) {}
 
     QString text(QAccessible::Text kind) const override {
-        const bool titled = !widget()->windowTitle().isEmpty();
-        if (kind == QAccessible::Name && !titled) {
+        const QString told = WidgetAccessible::text(kind);  // the name code gave, or the title
+        if (kind == QAccessible::Name && told.isEmpty()) {
             return QGuiApplication::applicationDisplayName();
         }
-        if (kind == QAccessible::Description && !titled) {
+        if (kind == QAccessible::Description && widget()->windowTitle().isEmpty()) {
             return ShownWords();
         }
-        return WidgetAccessible::text(kind);
+        return told;
     }
 
     // Beyond the widgets, the window's status line, where a screen reader hears what appears

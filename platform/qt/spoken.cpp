@@ -130,7 +130,7 @@ void Forget(const SpokenWindow* gone) {
 QString Words(const SpokenWindow& spoken) {
     QStringList said;
     for (const Part& part : spoken.parts) {
-        if (part.field.isNull() || part.field->text().isEmpty()) {
+        if (part.field.isNull() || !part.field->isVisible() || part.field->text().isEmpty()) {
             continue;
         }
         QStringList words{part.caption, part.field->text(), part.after};

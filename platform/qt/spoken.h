@@ -14,7 +14,7 @@ namespace platform {
 
 class Window;
 
-// Said as "<caption> <text> <after>"; an empty field is left out.
+// Said as "<caption> <text> <after>"; a field that is hidden or empty is left out.
 struct SpokenField {
     std::string caption;
     std::string field;  // the control's name

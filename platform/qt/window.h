@@ -90,6 +90,9 @@ class Window : public Classed<Window> {
     virtual bool Event_KeyDown(const std::string& key);
     virtual bool Event_MouseDown(std::int64_t x, std::int64_t y);
 
+    // The name a screen reader speaks for the window instead of its title.
+    void AccessibleName(const std::string& name);
+
     // The run-time class name up to the dot ("ControlWnd"): what the recorder logs.
     std::string ShortName() const;
     // The top-level Qt widget, for the platform and for tests.
