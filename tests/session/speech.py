@@ -19,7 +19,9 @@ from scenarios import (DF, INDEPENDENT, INFO_TITLE, KEYED, KEYED_RESULTS, M1, M2
 RELATED_KEYED = {M1: "50", SD1: "10", N1: "25", M2: "47", SD2: "10", R: ".8"}
 RELATED_RESULTS = {T: "+2.372", P: ".0261", DF: "24"}
 ATTRIBUTION = "The Korvane developers"
-CAPTIONS = {T: "t", P: "p", DF: "df"}
+# A result heard with its caption: "df 20", "t +1.798", "p .0873" or ".0873 two-tailed".
+CAPTIONED = {DF: ("df", r"\bdf\W{{1,3}}{0}"), T: ("t", r"\bt\W{{1,3}}{0}"),
+             P: ("p", r"(\bp\W{{1,3}}{0}|{0}\W{{1,3}}two-tailed)")}
 
 
 def quoted(utterances):
@@ -155,7 +157,7 @@ def revisit(ear, window, values, key):
         ear.expect(re.search(rf"{re.escape(name)}( text)?\.? {word(value)}", said), step,
                    f"the name, then the value \"{value}\" whole", since)
         ear.expect(re.fullmatch(rf"(Sample [12] \w+\. )?{re.escape(name)} text\.?"
-                                rf"( {re.escape(value)}( selected)?\.?)?", said), step,
+                                r"( \S+( selected)?\.?)?", said), step,
                    "its group, name and value and nothing else: no \"text unselected\" for the "
                    "field left, no value before the name", since)
 
@@ -167,8 +169,8 @@ def calculate(ear, window, want):
         ear.stop(f"after Return the result fields show {results(window)}, not {want}")
     ear.hear(since, word(want[T]), 3)
     said = ear.said(since)
-    missing = [f"{CAPTIONS[n]} {want[n]}" for n in (DF, T, P)
-               if not re.search(rf"\b{CAPTIONS[n]}\W{{1,3}}{word(want[n])}", said)]
+    missing = [f"{CAPTIONED[n][0]} {want[n]}" for n in (DF, T, P)
+               if not re.search(CAPTIONED[n][1].format(word(want[n])), said)]
     ear.expect(not missing, "Return (Calculate) and no further key",
                f"the results with their captions, e.g. \"df {want[DF]}, t {want[T]}, "
                f"p {want[P]} two-tailed\" (not heard: {missing})", since)
