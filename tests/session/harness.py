@@ -75,7 +75,10 @@ def read_line(fd, timeout, complaint):
 
 
 class Session:
-    def __init__(self, program, name, extra_env=None):
+    def __init__(self, program, name, extra_env=None, prepare=None):
+        """prepare(session), if given, runs once the desktop is up and before the program
+        starts (a screen reader that has to see the first window, say); what it gives is kept
+        as self.prepared."""
         self.program, self.extra_env = program, extra_env or {}
         self.out = tempfile.mkdtemp(prefix=f"korvane-session-{name}-")
         self.procs, self.shots, self.runs, self.proc, self.log = [], 0, 0, None, None
@@ -83,6 +86,7 @@ class Session:
         ctypes.CDLL(None).prctl(36, 1, 0, 0, 0)  # PR_SET_CHILD_SUBREAPER
         try:
             self._start_desktop()
+            self.prepared = prepare(self) if prepare else None
             self.start_program()
         except BaseException:
             self.close()
@@ -338,8 +342,10 @@ def run(SCENARIOS):
     name, program = sys.argv[1], os.path.abspath(sys.argv[2])
     session = None
     try:
-        session = Session(program, name, getattr(SCENARIOS[name], "env", None))
-        SCENARIOS[name](session)
+        scenario = SCENARIOS[name]
+        session = Session(program, name, getattr(scenario, "env", None),
+                          getattr(scenario, "prepare", None))
+        scenario(session)
     except Seen as seen:
         print(f"session {name}: FAILED: {seen}", file=sys.stderr)
         return 1
