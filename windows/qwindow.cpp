@@ -71,6 +71,8 @@ void Qwindow::CreateControls() {
     platform::ApplyRecord(Create<platform::TextArea>("StaticText1"), kStaticText1Record.view());
     Create<platform::Canvas>("Canvas1").Backdrop(tformula());  // the picture before the record
     platform::ApplyRecord(Canvas1(), kCanvas1Record.view());
+    // A screen reader says what the text is before reading it.
+    StaticText1().AccessibleName("Citation");
 }
 
 platform::TextArea& Qwindow::StaticText1() {

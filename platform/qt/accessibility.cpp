@@ -69,10 +69,17 @@ void TellScreenReaders(QAccessibleEvent* event) {
     if (event->type() == QAccessible::Focus) {
         FocusTold() = event->object();
     }
-    PassOn(event);
-    if (event->type() == QAccessible::ObjectShow || event->type() == QAccessible::ObjectHide) {
-        TellVisible(event->accessibleInterface(), event->type() == QAccessible::ObjectShow);
+    const bool shown = event->type() == QAccessible::ObjectShow;
+    if (shown || event->type() == QAccessible::ObjectHide) {
+        QAccessibleInterface* iface = event->accessibleInterface();
+        if (shown && (iface == nullptr || iface->state().invisible)) {
+            return;  // shown, but nothing to see (a label in its ground's colour)
+        }
+        PassOn(event);
+        TellVisible(iface, shown);
+        return;
     }
+    PassOn(event);
 }
 
 }  // namespace

@@ -147,6 +147,7 @@ TEST_F(ScreenReaderTest, WindowsButtonsAndFramesAreSpokenByWhatTheyShow) {
     info.Show();
     EXPECT_EQ(Name(Of(info)), "t-test Information");
     QAccessibleInterface* text = Of(info.StaticText1());
+    EXPECT_EQ(Name(text), "Citation");
     EXPECT_EQ(text->role(), QAccessible::EditableText);
     EXPECT_EQ(text->state().multiLine, 1);
     EXPECT_NE(text->text(QAccessible::Value).toStdString().find("Algorithm"), std::string::npos);
