@@ -82,6 +82,7 @@ class FieldWidget : public OwnedWidget<QLineEdit, TextField> {
 
   protected:
     bool event(QEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
 };
 
 // A text area holds plain text: what is pasted, dropped or middle-clicked in goes in as plain

@@ -1,8 +1,8 @@
 #include "platform/qt/menu.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QClipboard>
+#include <QCoreApplication>
 #include <QGuiApplication>
 #include <QKeySequence>
 #include <QLineEdit>
@@ -13,6 +13,7 @@
 #include <QTextEdit>
 #include <algorithm>
 
+#include "platform/qt/menu_keys.h"
 #include "platform/qt/qt_support.h"
 #include "platform/qt/runtime.h"
 #include "platform/qt/window.h"
@@ -112,7 +113,7 @@ bool ClipboardHasText() {
 // Whether the focused text field can do the command now. A read-only field can only copy, and
 // a password field gives nothing away.
 bool CanEdit(EditCommand command) {
-    QWidget* focus = QApplication::focusWidget();
+    QWidget* focus = qt::EditedWidget();
     if (auto* line = qobject_cast<QLineEdit*>(focus)) {
         const bool writable = !line->isReadOnly();
         const bool showsText = line->echoMode() == QLineEdit::Normal;
@@ -170,7 +171,7 @@ void EditFocusedText(EditCommand command) {
     if (!CanEdit(command)) {
         return;
     }
-    QWidget* focus = QApplication::focusWidget();
+    QWidget* focus = qt::EditedWidget();
     if (auto* line = qobject_cast<QLineEdit*>(focus)) {
         Edit(*line, command);
     } else {
@@ -245,10 +246,29 @@ QAction* Realize(MenuItem& item) {
     return view.action.get();
 }
 
-// Shows the item's current state in its Qt action. An item without a caption offers nothing to
-// choose, so it stays in the tree but is not shown. An AppleMenuItem belongs in the application
-// menu of a desktop that has one; Linux desktops have none, and the items the system marks so
-// repeat items of their menu ("About Korvane"), so they are not shown either.
+// An item without a caption offers nothing to choose, so it stays in the tree but is not shown.
+// An AppleMenuItem belongs in the application menu of a desktop that has one; Linux desktops have
+// none, and the items the system marks so repeat items of their menu ("About Korvane"), so they
+// are not shown either.
+bool IsShown(const MenuItem& item) {
+    return item.Visible() && !item.Value().empty() &&
+           dynamic_cast<const AppleMenuItem*>(&item) == nullptr;
+}
+
+// The caption with the access key that the shown items before it in its menu left it.
+QString Title(const MenuItem& item) {
+    qt::AccessKeys keys;
+    if (const MenuItem* menu = item.Parent()) {
+        for (std::size_t i = 0; menu->Item(i) != &item; ++i) {
+            if (IsShown(*menu->Item(i))) {
+                keys.Title(qt::ToQt(menu->Item(i)->Value()));
+            }
+        }
+    }
+    return keys.Title(qt::ToQt(item.Value()));
+}
+
+// Shows the item's current state in its Qt action.
 void Refresh(MenuItem& item) {
     MenuItem::Impl& view = item.View();
     QAction* action = view.menu ? view.menu->menuAction() : view.action.get();
@@ -257,15 +277,14 @@ void Refresh(MenuItem& item) {
     }
     const bool separator = view.caption == "-";
     if (view.menu) {
-        view.menu->setTitle(qt::ToQt(view.caption));
+        view.menu->setTitle(Title(item));
     } else {
         action->setSeparator(separator);
-        action->setText(separator ? QString() : qt::ToQt(view.caption));
+        action->setText(separator ? QString() : Title(item));
         action->setShortcut(KeySequence(view.shortcut));
     }
     action->setEnabled(view.enabled && (separator || Served(item)));
-    action->setVisible(view.visible && !view.caption.empty() &&
-                       dynamic_cast<const AppleMenuItem*>(&item) == nullptr);
+    action->setVisible(IsShown(item));
 }
 
 // The item became a menu (it got its first item) after it was shown as a plain action.

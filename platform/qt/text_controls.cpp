@@ -1,3 +1,4 @@
+#include <QFocusEvent>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QTextDocument>
@@ -63,6 +64,18 @@ bool FieldWidget::event(QEvent* event) {
         return true;
     }
     return QLineEdit::event(event);
+}
+
+// While a person walks the menus by key, the menu bar holds the keyboard, and the Edit menu works
+// on the field it took it from (EditedWidget): the field keeps its selection, as it does while a
+// menu opened by a click is up, and gets the keyboard back when the menus close.
+void FieldWidget::focusOutEvent(QFocusEvent* event) {
+    if (event->reason() == Qt::MenuBarFocusReason) {
+        QFocusEvent likeAMenu(QEvent::FocusOut, Qt::PopupFocusReason);
+        QLineEdit::focusOutEvent(&likeAMenu);
+        return;
+    }
+    QLineEdit::focusOutEvent(event);
 }
 
 QString PastableText(const QMimeData* source) {

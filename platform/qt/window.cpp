@@ -20,6 +20,7 @@
 #include "platform/qt/application.h"
 #include "platform/qt/controls.h"
 #include "platform/qt/menu.h"
+#include "platform/qt/menu_keys.h"
 #include "platform/qt/qt_support.h"
 #include "platform/qt/runtime.h"
 
@@ -68,6 +69,7 @@ class WindowFrame : public QWidget {
         if (bar_ == nullptr) {
             bar_ = new QMenuBar(this);
             bar_->setNativeMenuBar(false);
+            qt::TakeMenuKeys(*bar_);
             column_->setMenuBar(bar_);
         }
         return *bar_;

@@ -1,6 +1,9 @@
 // The test choice, Calculate, Clear and the key filter through the real form: clicks and typed
 // keys in, the controls a user sees, the result texts, the message and the focus out. The
 // arithmetic and the checks themselves are the engine's and tested there.
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QLineEdit>
 #include <set>
 #include <string>
 #include <tuple>
@@ -142,6 +145,47 @@ TEST_F(FormUseTest, TheKeyFilterLetsNumbersIntoTheFieldsOfMeansAndDeviationsOnly
     EXPECT_TRUE(messages.empty()) << "Return pressed Calculate";
     QTest::keyClick(form->rfld().Widget(), Qt::Key_Return);  // presses the first default button
     EXPECT_EQ(messages, std::vector<std::string>{messages::kMean2});
+}
+
+// The result copied from an Edit menu opened by key, by each way in: the menu is enabled by the
+// field that had the keyboard, Copy copies its selection, and the field has the keyboard and its
+// selection back once the menu closes.
+TEST_F(FormUseTest, EditCopyOpenedByKeyCopiesTheSelectionOfTheFieldThatHadTheKeyboard) {
+    const struct {
+        const char* keys;
+        std::vector<Qt::Key> opening;
+        Qt::KeyboardModifiers modifiers;
+        Qt::Key choosing;
+    } ways[] = {
+        {"Alt+E, O", {Qt::Key_E}, Qt::AltModifier, Qt::Key_O},
+        {"F10, Right, Return", {Qt::Key_F10, Qt::Key_Right}, {}, Qt::Key_Return},
+        {"F10, Down, Right, O", {Qt::Key_F10, Qt::Key_Down, Qt::Key_Right}, {}, Qt::Key_O},
+        {"Alt, Right, Down, O", {Qt::Key_Alt, Qt::Key_Right, Qt::Key_Down}, {}, Qt::Key_O},
+    };
+    TypeIndependentExample();
+    Click(form->CalcBtn());
+    for (const auto& way : ways) {
+        SCOPED_TRACE(way.keys);
+        QGuiApplication::clipboard()->setText(QStringLiteral("earlier"));
+        Click(form->pfld());
+        Press(*form, Qt::Key_A, Qt::ControlModifier);
+        for (Qt::Key key : way.opening) {
+            if (key == Qt::Key_Alt)
+                TapAlt(*form);
+            else
+                Press(*form, key, way.modifiers);
+        }
+        EXPECT_EQ(OpenMenuTitle(), "&Edit");
+        EXPECT_EQ(OpenMenuItems(),
+                  (std::vector<std::string>{"(&Undo)", "-", "(&Cut)", "C&opy", "(&Paste)"}));
+        Press(*form, way.choosing);
+        EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString(), ".0873");
+        EXPECT_EQ(OpenMenuTitle(), "");
+        EXPECT_TRUE(HasFocus(form->pfld()));
+        EXPECT_EQ(qobject_cast<QLineEdit*>(form->pfld().Widget())->selectedText().toStdString(),
+                  ".0873");
+        CloseMenus(*form);  // should a way have left one open
+    }
 }
 
 }  // namespace

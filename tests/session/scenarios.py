@@ -71,6 +71,16 @@ def open_menu(s, window, title):
     return popup
 
 
+def open_by_keys(s, window, title, *keys):
+    """Presses the keys one by one, as a person does; gives the menu they opened."""
+    item = find(window, role("MENU_ITEM"), title)
+    for key in keys:
+        s.key(key)
+    popup = poll(lambda: next(c for c in item if c is not None and showing(c)), 3)
+    s.check(popup, f"{', '.join(keys)} opened no \"{title}\" menu")
+    return popup
+
+
 def close_menu(s, popup, title):
     """Escape closes the menu; Qt then leaves the bar focused, and a second Escape leaves it."""
     s.key("Escape")
@@ -416,7 +426,26 @@ def menus(s):
     s.click_on(field(window, T))
     s.key("ctrl+a")
     expect_edit("a result field's text selected", {"Cut": False, "Copy": True, "Paste": False})
-
+    for keys, title in ((("F10",), "File"), (("alt+e",), "Edit"), (("alt+w",), "Window")):
+        close_menu(s, open_by_keys(s, window, title, *keys), title)
+    # The keyboard alone: Alt gives the bar the keyboard, Right goes to Edit, Down opens it, and
+    # O is Copy's access key. The menu serves the field that had the keyboard, which gets it back.
+    s.click_on(field(window, T))
+    s.key("ctrl+a")
+    s.set_clipboard("42")
+    edit = open_by_keys(s, window, "Edit", "alt", "Right", "Down")
+    items = {i.name: has_state(i, "SENSITIVE") for i in edit if i is not None and showing(i)}
+    s.check(items.get("Copy") is True and items.get("Cut") is False,
+            f"opened by Alt, Right, Down over the selected t field the Edit menu has {items}")
+    s.key("o")
+    s.check(poll(lambda: s.clipboard() == SAMPLE_RESULTS[T], 2),
+            f"Edit > Copy chosen by key copied \"{s.clipboard()}\" from the t field")
+    s.check(poll(lambda: focused(window).name == T, 2),
+            f"after Edit > Copy by key the focus is on {describe(focused(window))}, not the t field")
+    text = field(window, T).queryText()
+    selected = [text.getSelection(i) for i in range(text.getNSelections())]
+    s.check(selected == [(0, len(SAMPLE_RESULTS[T]))],
+            f"after Edit > Copy by key the t field has {selected} selected, not all its text")
 
 SCENARIOS = {f.__name__: f for f in (ways_out, result_fields, about_alt_f4, keyboard_only,
                                      spoken_names, menus)}

@@ -2,7 +2,10 @@
 // hook, the platform's log, and key and mouse events sent through the window as a user's are.
 #pragma once
 
+#include <QAction>
 #include <QApplication>
+#include <QMenu>
+#include <QMenuBar>
 #include <QPoint>
 #include <QTest>
 #include <QWidget>
@@ -66,6 +69,50 @@ class UiTest : public ::testing::Test {
     static void Type(const platform::TextField& field, const std::string& text) {
         Click(field);
         QTest::keyClicks(field.Widget(), QString::fromStdString(text));
+    }
+
+    // A key pressed in the window as a user presses it; Qt takes it to an open menu, if any.
+    static void Press(const QWidget& inWindow, Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(inWindow.window()->windowHandle(), key, modifiers);
+    }
+    static void Press(const platform::Window& window, Qt::Key key,
+                      Qt::KeyboardModifiers modifiers = {}) {
+        Press(*window.Widget(), key, modifiers);
+    }
+
+    // The title of the open menu ("&Edit"), empty when none is open.
+    static std::string OpenMenuTitle() {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        return menu != nullptr ? menu->title().toStdString() : "";
+    }
+
+    // Alt pressed and let go with no key between, which gives the keyboard to the menu bar.
+    static void TapAlt(const platform::Window& window) {
+        QTest::keyPress(window.Widget()->windowHandle(), Qt::Key_Alt, Qt::AltModifier);
+        QTest::keyRelease(window.Widget()->windowHandle(), Qt::Key_Alt);
+    }
+
+    // The items of the open menu as they stand: "-" for a line, a title in brackets when the item
+    // is disabled.
+    static std::vector<std::string> OpenMenuItems() {
+        std::vector<std::string> items;
+        if (auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
+            for (QAction* item : menu->actions()) {
+                const std::string title = item->isSeparator() ? "-" : item->text().toStdString();
+                if (item->isVisible())
+                    items.push_back(item->isEnabled() ? title : "(" + title + ")");
+            }
+        }
+        return items;
+    }
+
+    // Escape closes an open menu; the bar, which keeps the keyboard after a menu opened by key,
+    // gives it back on a second one.
+    static void CloseMenus(const platform::Window& window) {
+        for (int i = 0; i < 2 && (QApplication::activePopupWidget() != nullptr ||
+                                  qobject_cast<QMenuBar*>(QApplication::focusWidget()) != nullptr);
+             ++i)
+            Press(window, Qt::Key_Escape);
     }
 
     static bool HasFocus(const platform::RectControl& control) {

@@ -25,9 +25,9 @@ namespace {
 using MenuTest = FormFixture;
 using QwindowTest = UiTest;
 
-// Each shown menu and, indented, each shown item as it stands once its menu opens: the caption,
-// the shortcut, and the caption in brackets when the item is disabled. Caption-less items and
-// those of another desktop are hidden.
+// Each shown menu and, indented, each shown item as it stands once its menu opens: the title ("&"
+// before the access key), the shortcut, and the title in brackets when the item is disabled.
+// Caption-less items and those of another desktop are hidden.
 std::vector<std::string> ShownBar(QMenuBar& bar) {
     std::vector<std::string> lines;
     for (QAction* top : bar.actions() | std::views::filter(&QAction::isVisible)) {
@@ -43,34 +43,74 @@ std::vector<std::string> ShownBar(QMenuBar& bar) {
     return lines;
 }
 
-// The shown menu or item of that caption.
-QAction& Shown(QWidget& menu, const QString& caption) {
+// The shown menu or item of that title.
+QAction& Shown(QWidget& menu, const QString& title) {
     for (QAction* action : menu.actions()) {
-        if (action->isVisible() && action->text() == caption)
+        if (action->isVisible() && action->text() == title)
             return *action;
     }
-    throw std::runtime_error("nothing shown as " + caption.toStdString());
+    throw std::runtime_error("nothing shown as " + title.toStdString());
 }
-QMenu& Shown(QMenuBar& bar, const QString& caption) {
-    return *Shown(static_cast<QWidget&>(bar), caption).menu();
+QMenu& Shown(QMenuBar& bar, const QString& title) {
+    return *Shown(static_cast<QWidget&>(bar), title).menu();
 }
 
-TEST_F(MenuTest, TheBarShowsFileEditAndWindowWithTheirShortcutsAndEnabledStates) {
+TEST_F(MenuTest, TheBarShowsFileEditAndWindowWithAccessKeysShortcutsAndEnabledStates) {
     // Text to paste, but the focus is on the choice of test, where no edit can act.
     QGuiApplication::clipboard()->setText(QStringLiteral("7"));
 
-    EXPECT_EQ(
-        ShownBar(*form->Widget()->findChild<QMenuBar*>()),
-        (std::vector<std::string>{"File", "  (Print)", "  Quit Ctrl+Q", "Edit", "  (Undo) Ctrl+Z",
-                                  "  -", "  (Cut) Ctrl+X", "  (Copy) Ctrl+C", "  (Paste) Ctrl+V",
-                                  "Window", "  (Control)", "  About Korvane"}));
+    EXPECT_EQ(ShownBar(*form->Widget()->findChild<QMenuBar*>()),
+              (std::vector<std::string>{"&File", "  (&Print)", "  &Quit Ctrl+Q", "&Edit",
+                                        "  (&Undo) Ctrl+Z", "  -", "  (&Cut) Ctrl+X",
+                                        "  (C&opy) Ctrl+C", "  (&Paste) Ctrl+V", "&Window",
+                                        "  (&Control)", "  &About Korvane"}));
     EXPECT_EQ(form->MenuBar(), &Menu::Instance());
+    // Only the Qt titles carry the access keys.
+    std::vector<std::string> captions;
+    for (const char* name :
+         {"UntitledMenu2", "FileQuit", "UntitledMenu0", "EditCopy", "WindowMenu"})
+        captions.push_back(Menu::Instance()._Lookup(name)->Value());
+    EXPECT_EQ(captions, (std::vector<std::string>{"File", "Quit", "Edit", "Copy", "Window"}));
+}
+
+// F10 opens the first shown menu (the bar begins with a menu without a caption), Alt with a
+// menu's access key that menu, as keys pressed in the window; Escape, twice, gives the keyboard
+// back to the field.
+TEST_F(MenuTest, F10AndAltWithTheAccessKeyOpenTheMenusOfTheControlWindow) {
+    const struct {
+        Qt::Key key;
+        Qt::KeyboardModifiers modifiers;
+        std::string opens;
+    } presses[] = {{Qt::Key_F10, {}, "&File"},
+                   {Qt::Key_F, Qt::AltModifier, "&File"},
+                   {Qt::Key_E, Qt::AltModifier, "&Edit"},
+                   {Qt::Key_W, Qt::AltModifier, "&Window"}};
+    Click(form->IBtn());
+    for (const auto& press : presses) {
+        Press(*form, press.key, press.modifiers);
+        EXPECT_EQ(OpenMenuTitle(), press.opens);
+        CloseMenus(*form);
+        EXPECT_EQ(OpenMenuTitle(), "");
+        EXPECT_TRUE(HasFocus(form->m1fld()));
+    }
 }
 
 Qwindow& Information() {
     Qwindow& window = Qwindow::Instance();
     EXPECT_TRUE(QTest::qWaitForWindowActive(window.Widget()));
     return window;
+}
+
+// The information window shows no bar: the control window's F10 and access keys open nothing
+// there, though it lies over the control window.
+TEST_F(MenuTest, TheInformationWindowOpensNoMenuOnF10OrAnAccessKey) {
+    Qwindow& information = Information();
+    for (Qt::Key key : {Qt::Key_F10, Qt::Key_F, Qt::Key_E}) {
+        Press(information, key, key == Qt::Key_F10 ? Qt::NoModifier : Qt::AltModifier);
+        EXPECT_EQ(OpenMenuTitle(), "") << key;
+        CloseMenus(information);
+    }
+    EXPECT_EQ(QApplication::activeWindow(), information.Widget());
 }
 
 TEST_F(QwindowTest, ItShowsTheFormulaAboveTheCitationAndTheAttribution) {
@@ -125,10 +165,6 @@ struct Way {
     std::function<void(QWidget&, const QMimeData&)> bring;
 };
 
-void Press(QWidget& target, Qt::Key key, Qt::KeyboardModifiers modifiers) {
-    QTest::keyClick(target.window()->windowHandle(), key, modifiers);
-}
-
 // A drag from another program that ends over the middle of the control.
 void Drop(QWidget& target, const QMimeData& data) {
     auto* area = qobject_cast<QTextEdit*>(&target);
@@ -162,9 +198,9 @@ TEST_F(PasteTest, OnlyTextComesInByKeysMenuOrDropWhateverTheClipboardHolds) {
          [](QWidget& w, const QMimeData&) { Press(w, Qt::Key_Insert, Qt::ShiftModifier); }},
         {"Edit > Paste",
          [this](QWidget&, const QMimeData&) {
-             QMenu& edit = Shown(*form->Widget()->findChild<QMenuBar*>(), "Edit");
+             QMenu& edit = Shown(*form->Widget()->findChild<QMenuBar*>(), "&Edit");
              emit edit.aboutToShow();
-             Shown(edit, "Paste").trigger();  // shown disabled when there is nothing to paste
+             Shown(edit, "&Paste").trigger();  // shown disabled when there is nothing to paste
          }},
         {"a drop", [](QWidget& w, const QMimeData& data) { Drop(w, data); }},
     };
