@@ -278,6 +278,7 @@ void Refresh(MenuItem& item) {
     const bool separator = view.caption == "-";
     if (view.menu) {
         view.menu->setTitle(Title(item));
+        view.menu->setWindowTitle(qt::ToQt(view.caption));  // the open menu's name, for readers
     } else {
         action->setSeparator(separator);
         action->setText(separator ? QString() : Title(item));

@@ -28,11 +28,18 @@ QString AccessKeys::Title(const QString& caption) {
 
 namespace {
 
-// The first shown menu of the bar opens, as a click on its title opens it.
+// The first shown menu of the bar opens with its first item that can be chosen highlighted, as
+// its access key opens it.
 void OpenFirstMenu(QMenuBar& bar) {
     for (QAction* title : bar.actions()) {
         if (title->menu() != nullptr && title->isVisible() && title->isEnabled()) {
             bar.setActiveAction(title);
+            for (QAction* item : title->menu()->actions()) {
+                if (item->isVisible() && item->isEnabled() && !item->isSeparator()) {
+                    title->menu()->setActiveAction(item);
+                    break;
+                }
+            }
             return;
         }
     }

@@ -8,7 +8,7 @@ import time
 
 import harness as h
 from harness import extents, find, poll, text_of
-from scenarios import (INFO_TITLE, close_with_window_manager, expect_clean_exit, help_button,
+from scenarios import (ABOUT, INFO_TITLE, close_with_window_manager, expect_clean_exit, help_button,
                        open_menu, role)
 
 
@@ -18,11 +18,11 @@ def alive(s, after):
 
 
 def about_window(s):
-    return poll(lambda: s.top_windows(role("FRAME"), "")[0], 1)
+    return poll(lambda: s.top_windows(role("FRAME"), ABOUT)[0], 1)
 
 
 def call_up_about_window(s, window):
-    s.click_on(find(open_menu(s, window, "Window"), role("MENU_ITEM"), "About Korvane"))
+    s.click_on(find(open_menu(s, window, "Window"), role("MENU_ITEM"), ABOUT))
     s.check(poll(lambda: about_window(s), 3), "Window > About Korvane brought up no about window")
 
 

@@ -9,7 +9,7 @@ import string
 
 import harness as h
 from harness import extents, has_state
-from scenarios import INFO_TITLE, role
+from scenarios import ABOUT, INFO_TITLE, role
 
 SCREEN = (0, 0, 1024, 768)  # harness.Session's Xvfb screen, as a box
 
@@ -97,7 +97,7 @@ def window_kind(window):
         return "alert"
     if window.getRole() != role("FRAME"):
         return "popup"
-    return {"Korvane": "control", INFO_TITLE: "info", "": "about"}.get(window.name, "popup")
+    return {"Korvane": "control", INFO_TITLE: "info", ABOUT: "about"}.get(window.name, "popup")
 
 
 def showing_tree(obj, parent=None):

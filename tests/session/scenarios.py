@@ -17,6 +17,7 @@ N1, N2 = "N of sample 1, or number of pairs", "N of sample 2"
 R = "Correlation r between the samples"
 T, P, DF = "t", "Probability, two-tailed", "Degrees of freedom"
 INFO_TITLE = "t-test Information"
+ABOUT = "About Korvane"  # the menu item, and the name a screen reader gives the about window
 NO_TEST_MESSAGE = "Select Independent or Related t-test and then enter appropriate data"
 ENTRIES = (M1, SD1, N1, M2, SD2, N2)
 # Typed with the mouse: fractions, unequal N, a negative t; and what the result fields then show.
@@ -141,8 +142,8 @@ def visit_everything(s, window):
     close_with_window_manager(s, INFO_TITLE)
     s.check(poll(lambda: not s.top_windows(name=INFO_TITLE), 3), "information window stayed up")
     s.wait_out_about_timer()
-    s.click_on(find(open_menu(s, window, "Window"), role("MENU_ITEM"), "About Korvane"))
-    about = poll(lambda: s.top_windows(role("FRAME"), "")[0], 3)
+    s.click_on(find(open_menu(s, window, "Window"), role("MENU_ITEM"), ABOUT))
+    about = poll(lambda: s.top_windows(role("FRAME"), ABOUT)[0], 3)
     s.check(about, "Window > About Korvane brought up no about window")
     x, y, width, _ = extents(about)
     s.click_on(None, at=(x + width // 2, y + 10))
