@@ -75,11 +75,11 @@ def read_line(fd, timeout, complaint):
 
 
 class Session:
-    def __init__(self, program, name, extra_env=None, prepare=None):
+    def __init__(self, program, name, extra_env=None, prepare=None, screen="1024x768"):
         """prepare(session), if given, runs once the desktop is up and before the program
         starts (a screen reader that has to see the first window, say); what it gives is kept
-        as self.prepared."""
-        self.program, self.extra_env = program, extra_env or {}
+        as self.prepared. screen is the display's size in pixels."""
+        self.program, self.extra_env, self.size = program, extra_env or {}, screen
         self.out = tempfile.mkdtemp(prefix=f"korvane-session-{name}-")
         self.procs, self.shots, self.runs, self.proc, self.log = [], 0, 0, None, None
         self.clip = None
@@ -107,7 +107,7 @@ class Session:
             read_end, write_end = os.pipe()
             self.procs.append(subprocess.Popen(
                 ["Xvfb", f":{random.randint(1000, 9999)}", "-displayfd", str(write_end),
-                 "-screen", "0", "1024x768x24", "-nolisten", "tcp", "-noreset"],
+                 "-screen", "0", f"{self.size}x24", "-nolisten", "tcp", "-noreset"],
                 pass_fds=(write_end,), **quiet))
             os.close(write_end)
             try:
@@ -344,7 +344,8 @@ def run(SCENARIOS):
     try:
         scenario = SCENARIOS[name]
         session = Session(program, name, getattr(scenario, "env", None),
-                          getattr(scenario, "prepare", None))
+                          getattr(scenario, "prepare", None),
+                          getattr(scenario, "screen", "1024x768"))
         scenario(session)
     except Seen as seen:
         print(f"session {name}: FAILED: {seen}", file=sys.stderr)
