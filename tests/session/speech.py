@@ -280,6 +280,9 @@ def menus(ear, window):
     the popup role, so the open menu is checked over AT-SPI by its title.)"""
     ear.s.set_clipboard("42")  # so that Paste is enabled in an entry field
     for keys, title, items in MENUS:
+        # Qt holds each key until the screen reader has seen it; a key pressed while Orca is
+        # still busy with what came before can time out there and arrive without its Alt.
+        ear.orca.wait_quiet(ear.orca.mark())
         since = ear.press(*keys.split())
         popup = open_popup(window, title)
         step = f"{keys} in an entry field"
