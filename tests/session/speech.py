@@ -317,34 +317,33 @@ def copy_p(ear, window, want):
     close_popup(ear, window, popup)
 
 
-def independent(s):
+def whole_job(s, caption, keyed, want, blank, via, message, meet_about=False):
+    """A keyboard-only calculation heard from start to end: the test chosen, the fields filled
+    and visited both ways, the results, flat review, then one field blanked and Return pressed
+    in the field `via`."""
     ear = Ear(s)
-    about_window(ear)
+    if meet_about:
+        about_window(ear)
     since = ear.orca.mark()
     window = s.pass_about_window()
-    choose_test(ear, window, INDEPENDENT, since)
-    fill(ear, window, KEYED)
-    revisit(ear, window, KEYED, "shift+Tab")
-    revisit(ear, window, KEYED, "Tab")
-    calculate(ear, window, KEYED_RESULTS)
-    flat_review(ear, window, KEYED, KEYED_RESULTS)
-    blank_field(ear, window, KEYED, SD1, N1,
-                "Please enter the standard deviation of the 1st sample")
+    choose_test(ear, window, caption, since)
+    fill(ear, window, keyed)
+    revisit(ear, window, keyed, "shift+Tab")
+    revisit(ear, window, keyed, "Tab")
+    calculate(ear, window, want)
+    flat_review(ear, window, keyed, want)
+    blank_field(ear, window, keyed, blank, via, message)
     ear.finish()
+
+
+def independent(s):
+    whole_job(s, INDEPENDENT, KEYED, KEYED_RESULTS, SD1, N1,
+              "Please enter the standard deviation of the 1st sample", meet_about=True)
 
 
 def related(s):
-    ear = Ear(s)
-    since = ear.orca.mark()
-    window = s.pass_about_window()
-    choose_test(ear, window, RELATED, since)
-    fill(ear, window, RELATED_KEYED)
-    revisit(ear, window, RELATED_KEYED, "shift+Tab")
-    revisit(ear, window, RELATED_KEYED, "Tab")
-    calculate(ear, window, RELATED_RESULTS)
-    flat_review(ear, window, RELATED_KEYED, RELATED_RESULTS)
-    blank_field(ear, window, RELATED_KEYED, M2, R, "Please enter the mean of the 2nd sample")
-    ear.finish()
+    whole_job(s, RELATED, RELATED_KEYED, RELATED_RESULTS, M2, R,
+              "Please enter the mean of the 2nd sample")
 
 
 def windows_and_menus(s):
