@@ -1,5 +1,5 @@
 # The pictures of the application's resources, built into the program as Qt resources under
-# ":/korvane" (with their @2x variants for dense screens, and the small window icon). Included by
+# ":/korvane" (with their @2x variants for dense screens, and the window icon in two sizes). Included by
 # windows/CMakeLists.txt.
 #
 #   korvane_add_pictures(target)  puts the pictures into that target's resources
@@ -15,7 +15,8 @@ function(korvane_add_pictures target)
             ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/tformula@2x.png
             ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/tlarge.png
             ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/tlarge@2x.png
-            ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/korvane-64.png)
+            ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/korvane-64.png
+            ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/korvane-256.png)
 endfunction()
 
 add_executable(korvane_make_pictures EXCLUDE_FROM_ALL ${CMAKE_CURRENT_LIST_DIR}/make_pictures.cpp)

@@ -135,16 +135,20 @@ using RadioWidget = PressWidget<QRadioButton, RadioButton>;
 
 class CanvasWidget : public OwnedWidget<QWidget, Canvas> {
   public:
-    using OwnedWidget::OwnedWidget;
+    explicit CanvasWidget(Canvas* canvas);
     Picture* picture = nullptr;
     QImage image;  // the picture's own, shared
     bool allowFocus = false;
+    bool pointerOver = false;  // as last told by MouseEnter or MouseExit (canvas_hover.h)
 
   protected:
     void paintEvent(QPaintEvent* event) override;
-    void enterEvent(QEnterEvent* event) override;
-    void leaveEvent(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+
+  private:
+    const QImage& ForScreen();
+    QImage resampled;  // the picture at the screen's scale, where that is not its own
+    qint64 resampledFrom = 0;  // the cache key of the picture it was made from
 };
 
 }  // namespace platform::qt

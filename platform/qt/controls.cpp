@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QFile>
 #include <QFontMetricsF>
 #include <QImage>
 #include <QImageReader>
@@ -15,6 +16,7 @@
 #include <vector>
 
 #include "platform/core/recorder.h"
+#include "platform/qt/canvas_hover.h"
 #include "platform/qt/control_widgets.h"
 #include "platform/qt/qt_support.h"
 #include "platform/qt/runtime.h"
@@ -338,29 +340,34 @@ void SeparatorWidget::mousePressEvent(QMouseEvent* event) {
     event->ignore();
 }
 
-// The picture at (0,0), unscaled; what lies outside the canvas is clipped by Qt.
+CanvasWidget::CanvasWidget(Canvas* canvas) : OwnedWidget(canvas) {
+    FollowPointer(*this);
+}
+
+// The picture at (0,0) at its size in points; what lies outside the canvas is clipped by Qt.
 void CanvasWidget::paintEvent(QPaintEvent* /*event*/) {
     if (image.isNull()) {
         return;
     }
     QPainter painter(this);
-    painter.drawImage(0, 0, image);
+    painter.drawImage(0, 0, ForScreen());
 }
 
-void CanvasWidget::enterEvent(QEnterEvent* event) {
-    QWidget::enterEvent(event);
-    if (owner != nullptr && owner->MouseEnter) {
-        Canvas* canvas = owner;
-        ProtectedCall([canvas] { canvas->MouseEnter(*canvas); });
+// Where the screen's scale is not the picture's own (the @2x picture at 125% or 150%), the picture
+// resampled once, smoothly, to the screen pixels it covers: drawn pixel by pixel, a scaled
+// picture has jagged edges. Kept until the picture or the scale changes.
+const QImage& CanvasWidget::ForScreen() {
+    const qreal scale = devicePixelRatioF();
+    if (image.devicePixelRatio() == scale) {
+        return image;
     }
-}
-
-void CanvasWidget::leaveEvent(QEvent* event) {
-    QWidget::leaveEvent(event);
-    if (owner != nullptr && owner->MouseExit) {
-        Canvas* canvas = owner;
-        ProtectedCall([canvas] { canvas->MouseExit(*canvas); });
+    if (resampledFrom != image.cacheKey() || resampled.devicePixelRatio() != scale) {
+        resampled = image.scaled((image.deviceIndependentSize() * scale).toSize(),
+                                 Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        resampled.setDevicePixelRatio(scale);
+        resampledFrom = image.cacheKey();
     }
+    return resampled;
 }
 
 void CanvasWidget::mousePressEvent(QMouseEvent* event) {
@@ -741,12 +748,14 @@ QImage qt::ReadPng(const QString& path) {
 }
 
 // On a dense screen the "@2x" variant of a picture (tlarge@2x.png beside tlarge.png) is shown
-// at the same size in points, so it stays sharp; without one the picture is scaled up.
+// at the same size in points, so it stays sharp; without one the picture is scaled up. Asked
+// only where it exists: Qt's reader warns on stderr about a file it cannot open.
 static QImage ReadSharpest(const std::filesystem::path& path) {
     if (qApp != nullptr && qApp->devicePixelRatio() > 1.0) {
         auto dense = path;
         dense.replace_filename(path.stem().string() + "@2x" + path.extension().string());
-        QImage image = qt::ReadPng(QString::fromStdString(dense.string()));
+        const QString densePath = QString::fromStdString(dense.string());
+        QImage image = QFile::exists(densePath) ? qt::ReadPng(densePath) : QImage();
         if (!image.isNull()) {
             image.setDevicePixelRatio(2.0);
             return image;

@@ -238,12 +238,18 @@ void RuntimeInit() {
     QGuiApplication::setDesktopFileName(QStringLiteral("korvane"));
 }
 
-// The icon of every window: the small one among the program's pictures, set after the first
-// window is up. Not the icon theme's: a desktop's launcher and task list find that one through
-// the menu entry, and a lookup in the theme would read the installed icons with every
+// The icon of every window, set after the first window is up: the program's own two sizes, from
+// which Qt draws any other it is asked for (a title bar's 16 points at 150%, a task switcher's
+// 128 at 200%) smoothly. Not the icon theme's: a desktop's launcher and task list find that one
+// through the menu entry, and a lookup in the theme would read the installed icons with every
 // image-format plug-in loaded to guess their formats, a quarter of a megabyte for the whole run.
 static void SetWindowIcon() {
-    QApplication::setWindowIcon(QIcon(QPixmap::fromImage(qt::ReadPicture("korvane-64.png"))));
+    QIcon icon;
+    for (const char* size : {"64", "256"}) {
+        icon.addPixmap(QPixmap::fromImage(
+            qt::ReadPng(QStringLiteral(":/korvane/korvane-%1.png").arg(QLatin1String(size)))));
+    }
+    QApplication::setWindowIcon(icon);
 }
 
 void RuntimePerformInitializers(std::span<const Initializer> table) {

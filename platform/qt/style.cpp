@@ -3,6 +3,8 @@
 #include <QGuiApplication>
 #include <QHash>
 #include <QIcon>
+#include <QIconEngine>
+#include <QPainterPath>
 #include <QPainter>
 #include <QPixmap>
 #include <QProxyStyle>
@@ -16,10 +18,81 @@ namespace platform::qt {
 
 namespace {
 
+// The sign of a message box, drawn at whatever size it is asked for, so it is as sharp at 150% and
+// 200% as at 100%. Qt's own are 32-pixel pictures, which a scaled screen shows blurred. The signs
+// are the usual ones: an "i" on a blue disc, a cross on a red one, a "?" on a blue one, and an
+// "!" in a yellow triangle.
+class MessageSign : public QIconEngine {
+  public:
+    explicit MessageSign(QStyle::StandardPixmap which) : which_(which) {}
+
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode /*mode*/,
+               QIcon::State /*state*/) override {
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->translate(rect.topLeft());
+        painter->scale(rect.width() / 32.0, rect.height() / 32.0);  // drawn on a 32 by 32 grid
+        painter->setPen(Qt::NoPen);
+        if (which_ == QStyle::SP_MessageBoxWarning) {
+            painter->setBrush(QColor(0xed, 0xd4, 0x00));
+            painter->drawPolygon(QPolygonF({{16, 2}, {31, 29}, {1, 29}}));
+            DrawMark(*painter, Qt::black, QRectF(14.5, 9, 3, 12), QRectF(14.5, 23, 3, 3));
+        } else {
+            painter->setBrush(which_ == QStyle::SP_MessageBoxCritical ? QColor(0xcc, 0x00, 0x00)
+                                                                      : QColor(0x34, 0x65, 0xa4));
+            painter->drawEllipse(QRectF(1, 1, 30, 30));
+            DrawInside(*painter);
+        }
+        painter->restore();
+    }
+
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+        QPixmap drawn(size);
+        drawn.fill(Qt::transparent);
+        QPainter painter(&drawn);
+        paint(&painter, QRect(QPoint(0, 0), size), mode, state);
+        return drawn;
+    }
+
+    QIconEngine* clone() const override { return new MessageSign(which_); }
+
+  private:
+    void DrawInside(QPainter& painter) const {
+        if (which_ == QStyle::SP_MessageBoxCritical) {
+            painter.setPen(QPen(Qt::white, 4, Qt::SolidLine, Qt::RoundCap));
+            painter.drawLine(QLineF(10, 10, 22, 22));
+            painter.drawLine(QLineF(22, 10, 10, 22));
+        } else if (which_ == QStyle::SP_MessageBoxQuestion) {
+            QPainterPath hook;
+            hook.moveTo(11, 12);
+            hook.cubicTo(11, 5, 21, 5, 21, 11.5);
+            hook.cubicTo(21, 15.5, 16, 15.5, 16, 19.5);
+            painter.setPen(QPen(Qt::white, 3.4, Qt::SolidLine, Qt::RoundCap));
+            painter.setBrush(Qt::NoBrush);
+            painter.drawPath(hook);
+            DrawMark(painter, Qt::white, QRectF(), QRectF(14.3, 22.5, 3.4, 3.4));
+        } else {
+            DrawMark(painter, Qt::white, QRectF(14.3, 13, 3.4, 12), QRectF(14.3, 7, 3.4, 3.4));
+        }
+    }
+
+    // The stroke and the dot of an "i" or an "!".
+    static void DrawMark(QPainter& painter, const QColor& colour, const QRectF& stroke,
+                         const QRectF& dot) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(colour);
+        painter.drawRoundedRect(stroke, 1.2, 1.2);
+        painter.drawEllipse(dot);
+    }
+
+    QStyle::StandardPixmap which_;
+};
+
 // Qt's own style, Fusion, with the two pictures it reads from Qt's resources for a first window
 // read as the PNGs they are: the frame of a group box and the menu bar's overflow arrow. Left to
 // Fusion, each read guesses the format and so loads every image-format plug-in first, which
-// costs the first window a quarter of a megabyte that nothing else needs.
+// costs the first window a quarter of a megabyte that nothing else needs. Message boxes get the
+// drawn signs above.
 class PlainStyle : public QProxyStyle {
   public:
     PlainStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
@@ -44,6 +117,9 @@ class PlainStyle : public QProxyStyle {
 
     QIcon standardIcon(StandardPixmap which, const QStyleOption* option,
                        const QWidget* widget) const override {
+        if (which >= SP_MessageBoxInformation && which <= SP_MessageBoxQuestion) {
+            return QIcon(new MessageSign(which));
+        }
         const bool vertical = which == SP_ToolBarVerticalExtensionButton;
         if (!vertical && which != SP_ToolBarHorizontalExtensionButton) {
             return QProxyStyle::standardIcon(which, option, widget);

@@ -1,5 +1,7 @@
 // The window's own events: its construction, activation, closing, the hover over the title and
 // the presses on "?" and on the frame of the test choice.
+#include <QApplication>
+#include <QEnterEvent>
 #include <QPointer>
 #include <QTimer>
 #include <functional>
@@ -154,6 +156,27 @@ TEST_F(EventsTest, HoveringOverTheTitleShowsTheAttributionAndLeavingHidesIt) {
     EXPECT_TRUE(form->copyright().Widget()->isVisible());
     QTest::mouseMove(window, CentreInWindow(form->typeBox()));
     EXPECT_EQ(Log(), (std::vector<std::string>{"copyright.Visible=1", "copyright.Visible=0"}));
+}
+
+// When a menu or a message box closes, Qt makes up an Enter for the widget it takes to be under the
+// pointer and may send no Leave after it. The window's own pointer events decide instead.
+TEST_F(EventsTest, TheAttributionFollowsTheWindowsPointerEventsNotAnEnterQtMakesUp) {
+    QWindow* window = Handle(form->HalbrineTitle());
+    QWidget* title = form->HalbrineTitle().Widget();
+    const auto copyrightShown = [this] { return form->copyright().Widget()->isVisible(); };
+    QTest::mouseMove(window, CentreInWindow(form->typeBox()));
+    QEnterEvent madeUp(QPointF(20, 20), QPointF(20, 20), title->mapToGlobal(QPointF(20, 20)));
+    QApplication::sendEvent(title, &madeUp);
+    QTest::mouseMove(window, CentreInWindow(form->CalcBtn()));
+    EXPECT_FALSE(copyrightShown()) << "the made-up Enter left the attribution up";
+
+    const QPointF overTitle = title->mapTo(form->Widget(), QPointF(20, 20));
+    QEnterEvent windowEnter(overTitle, overTitle, title->mapToGlobal(QPointF(20, 20)));
+    QApplication::sendEvent(window, &windowEnter);  // as when a menu closes over the title
+    EXPECT_TRUE(copyrightShown());
+    QEvent windowLeave(QEvent::Leave);  // as when a message box comes up over the window
+    QApplication::sendEvent(window, &windowLeave);
+    EXPECT_FALSE(copyrightShown());
 }
 
 // "?" opens the one information window on the press, also after it was closed, and lets the

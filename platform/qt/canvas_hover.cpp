@@ -1,0 +1,91 @@
+#include "platform/qt/canvas_hover.h"
+
+#include <QApplication>
+#include <QEnterEvent>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QWindow>
+#include <algorithm>
+#include <optional>
+#include <vector>
+
+#include "platform/qt/control_widgets.h"
+#include "platform/qt/runtime.h"
+
+namespace platform::qt {
+namespace {
+
+// Every pointer event that reaches a window of the application passes here first.
+class PointerWatcher : public QObject {
+  public:
+    // Watches the application that runs now (a run may make a new one).
+    static PointerWatcher& Instance() {
+        static QPointer<PointerWatcher> watcher;
+        if (watcher.isNull()) {
+            watcher = new PointerWatcher(QCoreApplication::instance());
+        }
+        return *watcher;
+    }
+
+    void Follow(CanvasWidget& canvas) { canvases_.emplace_back(&canvas); }
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (watched->isWindowType()) {
+            switch (event->type()) {
+                case QEvent::MouseMove:
+                    PointerAt(watched, static_cast<QMouseEvent*>(event)->position());
+                    break;
+                case QEvent::Enter:
+                    PointerAt(watched, static_cast<QEnterEvent*>(event)->position());
+                    break;
+                case QEvent::Leave:
+                    PointerAt(watched, std::nullopt);
+                    break;
+                default:
+                    break;
+            }
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+  private:
+    explicit PointerWatcher(QObject* app) : QObject(app) { app->installEventFilter(this); }
+
+    // The pointer at that place of the window (in its own points), or gone from it.
+    void PointerAt(QObject* window, std::optional<QPointF> place) {
+        std::erase_if(canvases_, [](const QPointer<CanvasWidget>& c) { return c.isNull(); });
+        // A copy: a handler may make or end canvases.
+        const std::vector<QPointer<CanvasWidget>> canvases = canvases_;
+        for (const QPointer<CanvasWidget>& canvas : canvases) {
+            if (canvas.isNull() || canvas->window()->windowHandle() != window) {
+                continue;
+            }
+            const bool over =
+                place && canvas->isVisible() &&
+                canvas->rect().contains(canvas->mapFrom(canvas->window(), place->toPoint()));
+            Tell(*canvas, over);
+        }
+    }
+
+    static void Tell(CanvasWidget& canvas, bool over) {
+        if (canvas.pointerOver == over || canvas.owner == nullptr) {
+            return;
+        }
+        canvas.pointerOver = over;
+        Canvas* owner = canvas.owner;
+        if (over ? owner->MouseEnter : owner->MouseExit) {
+            ProtectedCall([owner, over] { (over ? owner->MouseEnter : owner->MouseExit)(*owner); });
+        }
+    }
+
+    std::vector<QPointer<CanvasWidget>> canvases_;
+};
+
+}  // namespace
+
+void FollowPointer(CanvasWidget& canvas) {
+    PointerWatcher::Instance().Follow(canvas);
+}
+
+}  // namespace platform::qt
