@@ -15,6 +15,8 @@ rm -f build/korvane_*.deb
 (cd build && cpack -G DEB >/dev/null)
 deb=$(realpath build/korvane_*.deb)
 lintian --fail-on error,warning --tag-display-limit 0 "$deb"
+[ "$(dpkg-deb -f "$deb" Recommends)" = qt6-wayland ] ||
+    { echo "package: it does not recommend qt6-wayland, the Wayland plug-in"; exit 1; }
 appstreamcli validate --no-net packaging/*.metainfo.xml
 desktop-file-validate resources/korvane.desktop
 

@@ -347,14 +347,21 @@ struct Window::Impl {
         }
     }
 
+    // A window comes up in the middle of the screen's free area the first time it is shown, and
+    // where the user left it after that. One larger than that area (the form at 200% on a small
+    // screen) keeps its top left corner, and so its title bar, on the screen. On Wayland a client
+    // cannot place its windows and Qt drops the move: the compositor places them (sway centres
+    // fixed-size windows, which all of ours are, on the output) and keeps menus and message boxes
+    // beside or over the window they belong to.
     void Centre() {
         QScreen* screen = QGuiApplication::primaryScreen();
         if (screen == nullptr) {
             return;
         }
+        const QRect free = screen->availableGeometry();
         QRect area(QPoint(), frame->size());
-        area.moveCenter(screen->availableGeometry().center());
-        frame->move(area.topLeft());
+        area.moveCenter(free.center());
+        frame->move(std::max(area.left(), free.left()), std::max(area.top(), free.top()));
     }
 
     void ShowFrame() {

@@ -30,6 +30,29 @@ TEST_F(WindowTest, TheAccessorBuildsTheWindowOnceShownAndResizeableAsItsRecordSa
     EXPECT_EQ(resizeable.Widget()->maximumWidth(), 800);
 }
 
+// The first show centres a window in the screen's free area; one larger than that keeps its top
+// left corner, with its title bar, on the screen.
+constexpr auto kSmall = PLATFORM_RECORD(Int("Width", 300), Int("Height", 200));
+constexpr auto kTooWide = PLATFORM_RECORD(Int("Width", 5000), Int("Height", 200));
+constexpr auto kTooTall = PLATFORM_RECORD(Int("Width", 300), Int("Height", 5000));
+
+TEST_F(WindowTest, AWindowComesUpCentredAndNeverAboveOrLeftOfTheScreen) {
+    const QRect free = QGuiApplication::primaryScreen()->availableGeometry();
+    const QPoint centred = free.center() - QPoint(149, 99);
+    const struct {
+        std::string_view record;
+        QPoint topLeft;
+    } cases[] = {{kSmall.view(), centred},
+                 {kTooWide.view(), {free.left(), centred.y()}},
+                 {kTooTall.view(), {centred.x(), free.top()}}};
+    for (const auto& placed : cases) {
+        platform::Window window;
+        platform::ApplyRecord(window, placed.record);
+        window.Show();
+        EXPECT_EQ(window.Widget()->pos(), placed.topLeft) << window.Widget()->width();
+    }
+}
+
 TEST_F(WindowTest, TheCloseButtonClosesHidesOrIsRefusedAsTheWindowSays) {
     const platform::WeakRef closed(&FormWnd::Instance());
     FormWnd::Instance().Widget()->close();
