@@ -4,12 +4,14 @@ per run:
 The scenarios shared with the X11 suite are scenarios.py's own; every scenario here also fails
 if the program wrote anything to stderr (a Qt warning is a fault there too).
 
-Where sway puts the program's windows on its 1024x768 output: every one of them has a fixed size
-or a parent, so sway floats it and centres it on the output. The about window (500x200, no
-title bar of its own drawn over the content) lands at 262,284; the control window (500x419 and
-sway's title bar above it) at 262,174; the information window and the message boxes, centred
-the same way, over the control window. Menus are popups placed by Qt under their title in the
-menu bar, relative to the control window, and sway keeps them on the output.
+Where sway puts the program's windows on its 1024x768 output: each has a fixed size or a parent,
+so sway floats it and centres it on the output (not over its parent). Content places:
+- the about window, 500x200 at 262,284, with no title bar or border from sway;
+- the control window, 500x419 at 262,174, sway's title bar above it and a 2-pixel border;
+- the information window, 500x367 at 262,200, framed the same way;
+- a message box, 489x84 at 267,342: centred on the output, not over the control window;
+- the menus: popups that Qt places under their titles, relative to the control window (File at
+  268,193), which sway leaves where Qt asked.
 """
 import functools
 import json
@@ -45,10 +47,13 @@ def check_on_output(s, box, what):
 
 
 def check_window_on_output(s, window, what):
-    """The window's content (by its AT-SPI place) and sway's frame around it."""
+    """The window's content (by its AT-SPI place) and sway's frame around it, its title bar
+    (deco_rect) above the rest."""
     check_on_output(s, extents(window), what)
-    rect = s.view_of(wayland.top_level(window))["rect"]
-    check_on_output(s, (rect["x"], rect["y"], rect["width"], rect["height"]), f"{what}'s frame")
+    view = s.view_of(wayland.top_level(window))
+    rect, title = view["rect"], view["deco_rect"]["height"]
+    check_on_output(s, (rect["x"], rect["y"] - title, rect["width"], rect["height"] + title),
+                    f"{what}'s frame")
 
 
 def about_window(s, timeout=10.0):
