@@ -128,6 +128,22 @@ class WaylandSession(h.Session):
         tree = json.loads(self.sway("-r", "-t", "get_tree") or "{}")
         return [v for v in views(tree) if v["pid"] == self.proc.pid and v.get("visible")]
 
+    def windows_mapped_by(self, act, seconds=1.0):
+        """How many windows of the program sway maps while act() runs and seconds after."""
+        watch = subprocess.Popen(["swaymsg", "-m", "-r", "-t", "subscribe", '["window"]'],
+                                 env=self.env, stdout=subprocess.PIPE, text=True)
+        time.sleep(0.3)  # subscribed
+        act()
+        time.sleep(seconds)
+        watch.terminate()
+        text, decoder, events = watch.communicate()[0], json.JSONDecoder(), []
+        while text.strip():
+            event, end = decoder.raw_decode(text.strip())
+            events.append(event)
+            text = text.strip()[end:]
+        return sum(e.get("change") == "new" and e["container"].get("pid") == self.proc.pid
+                   for e in events)
+
     def windows(self):
         return [str(v["id"]) for v in self.program_views()]
 
@@ -174,28 +190,38 @@ class WaylandSession(h.Session):
         return x - box.x, y - box.y
 
 
+def readable_copies(folder, program):
+    """Copies of this suite's scripts, the program and a leak suppressions file named in
+    LSAN_OPTIONS (in a checkout the user may not read) into folder; gives the program's copy and
+    LSAN_OPTIONS naming the suppressions' copy."""
+    here = os.path.dirname(os.path.abspath(__file__))
+    for name in os.listdir(here):
+        if name.endswith(".py"):
+            shutil.copy(os.path.join(here, name), folder)
+    options = [("suppressions=" + shutil.copy(o.split("=", 1)[1], folder))
+               if o.startswith("suppressions=") else o
+               for o in os.environ.get("LSAN_OPTIONS", "").split(":")]
+    return shutil.copy(program, os.path.join(folder, "korvane")), ":".join(options)
+
+
 def as_unprivileged_user(user="kvtest"):
-    """Runs this script again as user (made if missing), from a copy of the scripts and the
-    program in a folder that user owns; gives its exit status."""
+    """Runs this script again as user (made if missing), from copies in a folder that user owns;
+    gives its exit status."""
     if subprocess.run(["id", "-u", user], capture_output=True).returncode:
         subprocess.run(["useradd", "--system", "--no-create-home", "--shell",
                         "/usr/sbin/nologin", user], check=True)
     account = pwd.getpwnam(user)
     folder = tempfile.mkdtemp(prefix="korvane-wayland-")
     try:
-        here = os.path.dirname(os.path.abspath(__file__))
-        for name in os.listdir(here):
-            if name.endswith(".py"):
-                shutil.copy(os.path.join(here, name), folder)
-        program = shutil.copy(sys.argv[2], os.path.join(folder, "korvane"))
+        program, lsan_options = readable_copies(folder, sys.argv[2])
         os.mkdir(os.path.join(folder, "home"))
         for root, dirs, files in os.walk(folder):
             for name in [root] + [os.path.join(root, n) for n in dirs + files]:
                 os.chown(name, account.pw_uid, account.pw_gid)
         script = os.path.join(folder, os.path.basename(sys.argv[0]))
-        child = subprocess.Popen(["runuser", "-u", user, "--", "env",
-                                  f"HOME={folder}/home", f"USER={user}", sys.executable,
-                                  script, sys.argv[1], program] + sys.argv[3:])
+        child = subprocess.Popen(["runuser", "-u", user, "--", "env", f"HOME={folder}/home",
+                                  f"USER={user}", f"LSAN_OPTIONS={lsan_options}",
+                                  sys.executable, script, sys.argv[1], program] + sys.argv[3:])
         signal.signal(signal.SIGTERM, lambda *_: child.terminate())
         return child.wait()
     finally:
