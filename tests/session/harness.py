@@ -273,8 +273,8 @@ class Session:
         """Puts text, or bytes of another type (image/png, ...), on the clipboard. xclip serves it
         until another client takes it, the next set_clipboard or clear_clipboard, or close()."""
         self._end_clipboard_server()
-        self.clip = self._spawn(self._clipboard_server(target), stdin=subprocess.PIPE, stdout=subprocess.DEVNULL,
-                                stderr=subprocess.DEVNULL)
+        self.clip = self._spawn(self._clipboard_server(target), stdin=subprocess.PIPE,
+                                stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         self.clip.stdin.write(data if target else data.encode())
         self.clip.stdin.close()
         if target:

@@ -43,9 +43,10 @@ def views(node):
 
 
 def content_place(view):
-    """Where a view's content starts on the screen: its container's place plus the border and
-    title bar sway draws around it."""
-    return view["rect"]["x"] + view["window_rect"]["x"], view["rect"]["y"] + view["window_rect"]["y"]
+    """Where a view's content starts on the screen: its container's place plus the border sway
+    draws at its sides (the title bar lies above the container, in deco_rect)."""
+    rect, inner = view["rect"], view["window_rect"]
+    return rect["x"] + inner["x"], rect["y"] + inner["y"]
 
 
 def top_level(obj):

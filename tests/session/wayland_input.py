@@ -158,29 +158,28 @@ class VirtualInput:
         self.wire.send(self.keyboard, 2, struct.pack("<IIII", mask, 0, 0, 0))
 
     def chord(self, chord, hold=0.02):
-        """Presses and releases a chord such as ctrl+q, shift+Tab, alt or F10."""
-        names = chord.split("+")
-        modifiers = [n.lower() for n in names[:-1]]
-        key = names[-1] if len(names[-1]) > 1 or names[-1] not in "QWERTYUIOPASDFGHJKLZXCVBNM" \
-            else names[-1].lower()
-        if key not in KEYS:
-            raise WaylandError(f"no key code for \"{key}\" in \"{chord}\"")
+        """Presses and releases a chord such as ctrl+q, shift+Tab, F10, or alt alone. Each
+        modifier sends the new mask after its press and after its release, as a keyboard does."""
+        *modifiers, key = chord.split("+")
+        key = key.lower() if len(key) == 1 else key
+        held = [m.lower() for m in modifiers] + ([key] if key in MASKS else [])
+        if key not in KEYS or any(m not in MASKS for m in held):
+            raise WaylandError(f"no key code for \"{chord}\"")
         mask = 0
-        for modifier in modifiers:
+        for modifier in held:
             self._key(KEYS[modifier], True)
             mask |= MASKS[modifier]
             self._modifiers(mask)
-        self._key(KEYS[key], True)
-        if key in MASKS:  # a lone modifier is a press of its own
-            self._modifiers(mask | MASKS[key])
+        if key not in MASKS:
+            self._key(KEYS[key], True)
         self.wire.roundtrip()
         time.sleep(hold)
-        self._key(KEYS[key], False)
-        for modifier in reversed(modifiers + ([key] if key in MASKS else [])):
+        if key not in MASKS:
+            self._key(KEYS[key], False)
+        for modifier in reversed(held):
+            self._key(KEYS[modifier], False)
             mask &= ~MASKS[modifier]
             self._modifiers(mask)
-            if modifier != key:
-                self._key(KEYS[modifier], False)
         self.wire.roundtrip()
 
     def move(self, x, y):
