@@ -71,6 +71,11 @@ class WaylandSession(h.Session):
         self.env.update(SWAYSOCK=os.path.join(runtime, "sway.sock"), WLR_BACKENDS="headless",
                         WLR_LIBINPUT_NO_DEVICES="1", WLR_RENDERER="pixman",
                         QT_QPA_PLATFORM="wayland")
+        if "ASAN_OPTIONS" in self.env:  # a sanitizer build: whole stacks, so that a leak in
+            # Qt's plug-ins matches its suppression, and no list of the suppressions used on
+            # stderr, which the scenarios keep for the program's own complaints
+            self.env["ASAN_OPTIONS"] += ":fast_unwind_on_malloc=0"
+            self.env["LSAN_OPTIONS"] = self.env.get("LSAN_OPTIONS", "") + ":print_suppressions=0"
         sway = self._spawn(["sway", "--config", config], **quiet)
         display = poll(lambda: next(f for f in os.listdir(runtime)
                                     if f.startswith("wayland-") and not f.endswith(".lock")), 10)
