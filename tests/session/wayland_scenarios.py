@@ -20,6 +20,7 @@ import sys
 import time
 
 import harness as h
+import hover
 import scenarios as x11
 import wayland
 from harness import extents, find, focused, poll, showing, text_of
@@ -27,7 +28,6 @@ from scenarios import (ABOUT, INDEPENDENT, INFO_TITLE, M1, SAMPLE, SD2, ENTRIES,
                        choose_test, describe, expect_clean_exit, field, help_button, open_menu,
                        role)
 
-ATTRIBUTION = "\u00a9 2026 The Korvane developers"
 BLANK_SD2 = "Please enter the standard deviation of the 2nd sample"
 
 
@@ -75,7 +75,7 @@ def gives_way(s, how, act):
 
 def about_gives_way(s):
     """The about window gives way by its timer (4 s after the start), a key and a mouse press;
-    the key and the press at once, long before the timer."""
+    the key and the press at once, before the timer."""
     def press(about):
         x, y, width, height = extents(about)
         s.move_mouse(x + width // 2, y + height // 2)
@@ -92,7 +92,8 @@ def about_gives_way(s):
             s.check(since_start >= 3.9, f"the about window gave way by itself {since_start:.1f} "
                                         "s after the start, before its 4 s were up")
         else:
-            s.check(took <= 2, f"{how}: the about window gave way only {took:.1f} s later")
+            # Ignored, the about window would go by its timer, under 4 s after it was seen.
+            s.check(took <= 3, f"{how}: the about window gave way only {took:.1f} s later")
         s.mouse_button(False)
         s.key("ctrl+q")
         expect_clean_exit(s, f"Ctrl+Q after the about window gave way {how}")
@@ -160,28 +161,22 @@ def help_once(s):
             f"a click on \"?\" left {len(shown)} information windows on the screen")
 
 
-def title_banner(window):
-    radios_top = min(extents(r)[1] for r in h.find_all(window, role("RADIO_BUTTON")))
-    return next(o for o in x11.pictures_above(window, radios_top, 400)
-                if o.getRole() != role("LABEL"))
-
-
 def title_hover(s):
-    """The attribution shows exactly while the pointer is over the title banner, also after a
-    menu item was chosen by a click over the banner and the pointer then left it."""
+    """The attribution shows exactly while the pointer is over the title, also after a menu item
+    was chosen by a click over the title and the pointer then left it. (hover.py's last part, a
+    message box dismissed over the title, does not apply: here the box lies elsewhere.)"""
     window = s.pass_about_window()
     s.wait_out_about_timer()
-    attribution = find(window, role("LABEL"), ATTRIBUTION, only_showing=False)
-    s.check(attribution, f"the control window has no label \"{ATTRIBUTION}\"")
-    banner = extents(title_banner(window))
-    centre = (banner[0] + banner[2] // 2, banner[1] + banner[3] // 2)
+    title = find(window, role("IMAGE"))
+    attribution = find(window, role("LABEL"), hover.ATTRIBUTION, only_showing=False)
+    s.check(attribution, f"the control window has no label \"{hover.ATTRIBUTION}\"")
 
     def expect(shown, when):
         s.check(poll(lambda: showing(attribution) == shown, 2),
                 f"{when} the attribution is {'hidden' if shown else 'still shown'}")
 
-    s.move_mouse(*centre)
-    expect(True, "with the pointer over the title banner")
+    s.move_mouse(*hover.centre(title))
+    expect(True, "with the pointer over the title")
     choose_test(s, window, INDEPENDENT)
     expect(False, "with the pointer on the Independent Means button")
     s.click_on(field(window, M1))
@@ -189,16 +184,13 @@ def title_hover(s):
     s.key("ctrl+a")
     s.set_clipboard("before")
     item = find(open_menu(s, window, "Edit"), role("MENU_ITEM"), "Copy")
-    x, y, width, height = extents(item)
-    s.check(banner[1] <= y + height // 2 < banner[1] + banner[3],
-            f"Edit > Copy (at y {y}..{y + height}) does not lie over the banner")
+    s.check(hover.overlap(item, title), "Edit > Copy does not lie over the title")
     s.click_on(item)
     s.check(poll(lambda: s.clipboard() == "12", 2),
-            f"Edit > Copy clicked over the banner copied \"{s.clipboard()}\", not \"12\"")
-    x, y, width, height = extents(field(window, M1))
-    s.move_mouse(x + width // 2, y + height // 2)
-    expect(False, "after Edit > Copy was clicked over the title banner and the pointer then "
-                  "moved off the banner onto the mean 1 field")
+            f"Edit > Copy clicked over the title copied \"{s.clipboard()}\", not \"12\"")
+    s.move_mouse(*hover.centre(field(window, M1)))
+    expect(False, "after Edit > Copy was clicked over the title and the pointer then moved off "
+                  "the title onto the mean 1 field")
 
 
 def ways_out(s):
