@@ -75,6 +75,8 @@ def read_line(fd, timeout, complaint):
 
 
 class Session:
+    ERRORS_APART = False  # True: the program's stderr goes to a file of its own, errors_path
+
     def __init__(self, program, name, extra_env=None, prepare=None, screen="1024x768"):
         """prepare(session), if given, runs once the desktop is up and before the program
         starts (a screen reader that has to see the first window, say); what it gives is kept
@@ -99,6 +101,16 @@ class Session:
     def _start_desktop(self):
         self.desktop_log = open(os.path.join(self.out, "desktop.log"), "w")
         quiet = dict(stdout=self.desktop_log, stderr=subprocess.STDOUT)
+        runtime = os.path.join(self.out, "runtime")
+        os.mkdir(runtime, 0o700)
+        self.env = {k: v for k, v in os.environ.items()
+                    if not k.startswith(("QT_", "GTK_", "DBUS_", "AT_SPI", "XDG_RUNTIME",
+                                         "WAYLAND_", "SWAYSOCK"))}
+        self.env.update(XDG_RUNTIME_DIR=runtime, LC_ALL="C")
+        self._start_display(quiet)
+        self._start_accessibility(quiet)
+
+    def _start_display(self, quiet):
         # A display number drawn away from the low ones other runs take; one that another server
         # holds makes Xvfb end without reporting it, and the next draw is tried. -noreset: by
         # default the server resets when its last client leaves, and a client that connects in
@@ -117,11 +129,7 @@ class Session:
                 continue
         else:
             raise Seen("Xvfb did not start on any of five displays")
-        runtime = os.path.join(self.out, "runtime")
-        os.mkdir(runtime, 0o700)
-        self.env = {k: v for k, v in os.environ.items()
-                    if not k.startswith(("QT_", "GTK_", "DBUS_", "AT_SPI", "XDG_RUNTIME"))}
-        self.env.update(DISPLAY=":" + number, XDG_RUNTIME_DIR=runtime, LC_ALL="C")
+        self.env["DISPLAY"] = ":" + number
         # Under load the display may not take a client at once: openbox gets a second chance.
         for _ in range(2):
             poll(lambda: self._run(["xprop", "-root", "-len", "0", "_NET_WM_NAME"]), 5)
@@ -132,15 +140,24 @@ class Session:
                 break
         else:
             raise Seen("openbox did not take charge of the display")
+
+    def _accessibility_bus_up(self):
+        return "= \"unix:" in self._run(["xprop", "-root", "AT_SPI_BUS"])
+
+    def _start_accessibility(self, quiet):
+        """A private session bus with the accessibility bus on it; then pyatspi, bound to them."""
         bus = self._spawn(["dbus-daemon", "--session", "--nofork", "--print-address"],
                           stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
         self.env["DBUS_SESSION_BUS_ADDRESS"] = read_line(bus.stdout.fileno(), 10,
                                                          "the session bus did not start")
         self._spawn(["/usr/libexec/at-spi-bus-launcher", "--launch-immediately"], **quiet)
-        if not poll(lambda: "= \"unix:" in self._run(["xprop", "-root", "AT_SPI_BUS"]), 10):
+        if not poll(self._accessibility_bus_up, 10):
             raise Seen("the accessibility bus did not start")
-        for key in ("DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR"):
-            os.environ[key] = self.env[key]
+        for key in ("DISPLAY", "WAYLAND_DISPLAY"):
+            os.environ.pop(key, None)
+        for key in ("DISPLAY", "WAYLAND_DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR"):
+            if key in self.env:
+                os.environ[key] = self.env[key]
         global pyatspi
         import pyatspi as module
         pyatspi = module
@@ -154,9 +171,13 @@ class Session:
         self.log = open(self.log_path, "w")
         env = dict(self.env, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
                    QT_ACCESSIBILITY="1", **self.extra_env)
+        errors = subprocess.STDOUT
+        if self.ERRORS_APART:
+            self.errors_path = os.path.join(self.out, f"program-{self.runs}.stderr")
+            errors = open(self.errors_path, "w")
         # In the session's folder, where a crash leaves its core for a backtrace.
-        self.proc = self._spawn([self.program], env=env, stdout=self.log,
-                                stderr=subprocess.STDOUT, cwd=self.out)
+        self.proc = self._spawn([self.program], env=env, stdout=self.log, stderr=errors,
+                                cwd=self.out)
 
     def close(self):
         """Ends the program, the desktop and anything left below this process."""
@@ -183,10 +204,13 @@ class Session:
             return log.read()
 
     def screenshot(self, label):
-        from PIL import ImageGrab
         self.shots += 1
+        return self._grab(os.path.join(self.out, f"{self.shots:02d}-{label}.png"))
+
+    def _grab(self, path):
+        from PIL import ImageGrab
         image = ImageGrab.grab(xdisplay=self.env["DISPLAY"])
-        image.save(os.path.join(self.out, f"{self.shots:02d}-{label}.png"))
+        image.save(path)
         return image
 
     def fail(self, seen):
@@ -224,26 +248,33 @@ class Session:
         """Clicks the middle of an AT-SPI object, or the screen point `at`."""
         x, y, w, h = extents(obj) if obj is not None else (*at, 0, 0)
         self.move_mouse(x + w // 2, y + h // 2)
-        if press_only:  # the "?" button acts on the press
-            self.xdotool("mousedown", 1)
+        self.mouse_button(True)
+        if press_only:  # the "?" button acts on the press: a moment before the release
             time.sleep(0.1)
-            self.xdotool("mouseup", 1)
-        else:
-            self.xdotool("click", 1)
+        self.mouse_button(False)
         time.sleep(0.15)
 
+    def mouse_button(self, down):
+        self.xdotool("mousedown" if down else "mouseup", 1)
+
+    def _clipboard_reader(self, target=None):
+        """The command that prints the clipboard (target TARGETS: the types it offers)."""
+        return ["xclip", "-o", "-selection", "clipboard"] + (["-t", target] if target else [])
+
+    def _clipboard_server(self, target=None):
+        """The command that serves its input on the clipboard until it is ended."""
+        return ["xclip", "-quiet", "-i", "-selection", "clipboard"] + (["-t", target] if target
+                                                                          else [])
+
     def clipboard(self, target=None):
-        return self._run(["xclip", "-o", "-selection", "clipboard"]
-                         + (["-t", target] if target else []))
+        return self._run(self._clipboard_reader(target))
 
     def set_clipboard(self, data, target=None):
         """Puts text, or bytes of another type (image/png, ...), on the clipboard. xclip serves it
         until another client takes it, the next set_clipboard or clear_clipboard, or close()."""
         self._end_clipboard_server()
-        self.clip = self._spawn(["xclip", "-quiet", "-i", "-selection", "clipboard"]
-                                + (["-t", target] if target else []),
-                                stdin=subprocess.PIPE, stdout=subprocess.DEVNULL,
-                                stderr=subprocess.DEVNULL)
+        self.clip = self._spawn(self._clipboard_server(target), stdin=subprocess.PIPE,
+                                stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         self.clip.stdin.write(data if target else data.encode())
         self.clip.stdin.close()
         if target:
@@ -252,10 +283,11 @@ class Session:
             poll(lambda: self.clipboard() == data, 2)
 
     def clear_clipboard(self):
-        """Leaves the clipboard with no owner: xclip takes it from whoever holds it and ends."""
+        """Leaves the clipboard with no owner: our server takes it from whoever holds it and
+        ends."""
         self.set_clipboard("(taken to be cleared)")
         self._end_clipboard_server()
-        poll(lambda: subprocess.run(["xclip", "-o", "-selection", "clipboard"], env=self.env,
+        poll(lambda: subprocess.run(self._clipboard_reader(), env=self.env,
                                     capture_output=True).returncode != 0, 2)
 
     def _end_clipboard_server(self):
@@ -268,6 +300,16 @@ class Session:
     def windows(self):
         """The program's mapped top-level X windows, as ids."""
         return self.xdotool("search", "--onlyvisible", "--pid", self.proc.pid).split()
+
+    def active_window(self):
+        return self.xdotool("getactivewindow").strip()
+
+    def active_title(self):
+        return self.xdotool("getactivewindow", "getwindowname").strip()
+
+    def close_active(self):
+        """The window manager's close of the active window: openbox's Alt+F4."""
+        self.key("alt+F4")
 
     def top_windows(self, role=None, name=None):
         # Under the GTK theme GTK registers a window-less application of its own for our pid.
@@ -303,9 +345,15 @@ def showing(obj):
     return has_state(obj, "SHOWING")
 
 
+# Gives where on the screen the places an object's window reports start, for a session whose
+# clients know only places within their windows (Wayland); None where they are screen places.
+window_origin = None
+
+
 def extents(obj):
     box = obj.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
-    return box.x, box.y, box.width, box.height
+    dx, dy = window_origin(obj) if window_origin else (0, 0)
+    return box.x + dx, box.y + dy, box.width, box.height
 
 
 def walk(obj):
@@ -337,13 +385,13 @@ def describe(obj):
     return "nothing" if obj is None else f"{obj.getRoleName()} \"{obj.name}\""
 
 
-def run(SCENARIOS):
-    """Entry point of a scenario script: <script> <scenario> <program>."""
+def run(SCENARIOS, kind=Session):
+    """Entry point of a scenario script: <script> <scenario> <program>, on a kind of Session."""
     name, program = sys.argv[1], os.path.abspath(sys.argv[2])
     session = None
     try:
         scenario = SCENARIOS[name]
-        session = Session(program, name, getattr(scenario, "env", None),
+        session = kind(program, name, getattr(scenario, "env", None),
                           getattr(scenario, "prepare", None),
                           getattr(scenario, "screen", "1024x768"))
         scenario(session)

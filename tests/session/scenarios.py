@@ -108,11 +108,10 @@ def help_button(window):
 
 
 def close_with_window_manager(s, title):
-    """Alt+F4, openbox's close of the active window, once it is the right one."""
-    active = lambda: s.xdotool("getactivewindow", "getwindowname").strip()  # noqa: E731
-    s.check(poll(lambda: active() == title, 3),
-            f"\"{title}\" was not the active window for Alt+F4 (active: \"{active()}\")")
-    s.key("alt+F4")
+    """The window manager's close of the active window, once it is the right one."""
+    s.check(poll(lambda: s.active_title() == title, 3),
+            f"\"{title}\" was not the active window to close (active: \"{s.active_title()}\")")
+    s.close_active()
 
 
 def expect_clean_exit(s, how):
@@ -173,22 +172,23 @@ def ways_out(s):
 
 
 def about_alt_f4(s):
+    """The window manager's close (openbox's Alt+F4) on the about window is refused."""
     about = poll(s.windows, 10)
     s.check(about, "no window of the program came up")
-    s.check(poll(lambda: s.xdotool("getactivewindow").strip() == about[0], 3),
-            "the about window never became active, so Alt+F4 could not reach it")
-    s.key("alt+F4")
+    s.check(poll(lambda: s.active_window() == about[0], 3),
+            "the about window never became active, so the close could not reach it")
+    s.close_active()
     pressed, blank_since = time.monotonic(), None
     while not s.frame("Korvane", 0):
         now = time.monotonic()
-        s.check(s.proc.poll() is None, "Alt+F4 on the about window ended the program")
+        s.check(s.proc.poll() is None, "closing the about window ended the program")
         blank_since = None if s.windows() else blank_since or now
         s.check(blank_since is None or now - blank_since < 2,
-                "after Alt+F4 on the about window no window of the program was on screen for 2 s")
-        s.check(now - pressed < 6, "the control window did not come 6 s after Alt+F4")
+                "after closing the about window no window of the program was on screen for 2 s")
+        s.check(now - pressed < 6, "the control window did not come 6 s after the close")
         time.sleep(0.05)
     close_with_window_manager(s, "Korvane")
-    expect_clean_exit(s, "closing the control window after Alt+F4 on the about window")
+    expect_clean_exit(s, "closing the control window after a close on the about window")
 
 
 def result_fields(s):
