@@ -1,6 +1,7 @@
 #include "platform/qt/canvas_hover.h"
 
 #include <QApplication>
+#include <QCursor>
 #include <QEnterEvent>
 #include <QMouseEvent>
 #include <QPointer>
@@ -42,6 +43,9 @@ class PointerWatcher : public QObject {
                 case QEvent::Leave:
                     PointerAt(watched, std::nullopt);
                     break;
+                case QEvent::WindowUnblocked:
+                    PointerAt(watched, PointerIn(*static_cast<QWindow*>(watched)));
+                    break;
                 default:
                     break;
             }
@@ -51,6 +55,17 @@ class PointerWatcher : public QObject {
 
   private:
     explicit PointerWatcher(QObject* app) : QObject(app) { app->installEventFilter(this); }
+
+    // Where the pointer is in the window, by the pointer's last place that the windowing system
+    // gave, or nowhere in it. A window blocked by a message box hears no pointer events, and on
+    // Wayland none comes when the box goes while the pointer rests.
+    static std::optional<QPointF> PointerIn(const QWindow& window) {
+        const QPoint place = window.mapFromGlobal(QCursor::pos());
+        if (!QRect(QPoint(), window.size()).contains(place)) {
+            return std::nullopt;
+        }
+        return place;
+    }
 
     // The pointer at that place of the window (in its own points), or gone from it.
     void PointerAt(QObject* window, std::optional<QPointF> place) {

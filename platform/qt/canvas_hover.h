@@ -7,8 +7,9 @@
 //
 // What follows from it, on X11 and on Wayland alike: every enter is followed by one exit; a
 // canvas under an open menu, or in a window that a message box blocks, is not under the pointer
-// (its window hears nothing then, and Qt tells it that the pointer left); and when the menu or
-// the box goes, the window's next pointer event says where the pointer is.
+// (its window hears nothing then, and Qt tells it that the pointer left); when the menu goes, the
+// window's next pointer event says where the pointer is, and when the box goes, the pointer's last
+// known place does.
 #pragma once
 
 class QWidget;

@@ -23,8 +23,8 @@ import harness as h
 import hover
 import scenarios as x11
 import wayland
-from harness import extents, find, focused, poll, showing, text_of
-from scenarios import (ABOUT, INDEPENDENT, INFO_TITLE, M1, SAMPLE, SD2, ENTRIES, calculate,
+from harness import extents, find, focused, poll, text_of
+from scenarios import (ABOUT, INDEPENDENT, INFO_TITLE, SAMPLE, SD2, ENTRIES, calculate,
                        choose_test, describe, expect_clean_exit, field, help_button, open_menu,
                        role)
 
@@ -161,38 +161,6 @@ def help_once(s):
             f"a click on \"?\" left {len(shown)} information windows on the screen")
 
 
-def title_hover(s):
-    """The attribution shows exactly while the pointer is over the title, also after a menu item
-    was chosen by a click over the title and the pointer then left it. (hover.py's last part, a
-    message box dismissed over the title, does not apply: here the box lies elsewhere.)"""
-    window = s.pass_about_window()
-    s.wait_out_about_timer()
-    title = find(window, role("IMAGE"))
-    attribution = find(window, role("LABEL"), hover.ATTRIBUTION, only_showing=False)
-    s.check(attribution, f"the control window has no label \"{hover.ATTRIBUTION}\"")
-
-    def expect(shown, when):
-        s.check(poll(lambda: showing(attribution) == shown, 2),
-                f"{when} the attribution is {'hidden' if shown else 'still shown'}")
-
-    s.move_mouse(*hover.centre(title))
-    expect(True, "with the pointer over the title")
-    choose_test(s, window, INDEPENDENT)
-    expect(False, "with the pointer on the Independent Means button")
-    s.click_on(field(window, M1))
-    s.type("12")
-    s.key("ctrl+a")
-    s.set_clipboard("before")
-    item = find(open_menu(s, window, "Edit"), role("MENU_ITEM"), "Copy")
-    s.check(hover.overlap(item, title), "Edit > Copy does not lie over the title")
-    s.click_on(item)
-    s.check(poll(lambda: s.clipboard() == "12", 2),
-            f"Edit > Copy clicked over the title copied \"{s.clipboard()}\", not \"12\"")
-    s.move_mouse(*hover.centre(field(window, M1)))
-    expect(False, "after Edit > Copy was clicked over the title and the pointer then moved off "
-                  "the title onto the mean 1 field")
-
-
 def ways_out(s):
     x11.ways_out(s)
 
@@ -211,7 +179,7 @@ def no_errors(scenario):
 
 
 SCENARIOS = {f.__name__: no_errors(f) for f in (
-    about_gives_way, windows_on_output, mouse_calculation, refused_entry, help_once, title_hover,
+    about_gives_way, windows_on_output, mouse_calculation, refused_entry, help_once, hover.title_hover,
     ways_out, x11.keyboard_only, x11.about_alt_f4)}
 
 if __name__ == "__main__":
