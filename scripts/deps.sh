@@ -7,7 +7,7 @@ packages=(cmake ninja-build g++ qt6-base-dev libgl-dev libx11-dev libgtest-dev l
           xvfb xauth xdotool imagemagick fonts-dejavu-core clang clang-format libclang-rt-14-dev strace
           valgrind gdb
           openbox dbus-daemon at-spi2-core python3-minimal python3-pyatspi python3-pil xclip
-          x11-utils qt6-gtk-platformtheme orca speech-dispatcher python3-speechd
+          x11-utils x11-xserver-utils qt6-gtk-platformtheme orca speech-dispatcher python3-speechd
           sway grim wl-clipboard qt6-wayland libxkbcommon-tools dbus-bin util-linux passwd
           lintian appstream desktop-file-utils devscripts)
 

@@ -125,23 +125,33 @@ def expect_clean_exit(s, how):
     s.check(not faults, f"{how}: the program reported a fault: {faults}")
 
 
-def visit_everything(s, window):
-    """A message box, every menu, the information window and the about window, each dismissed."""
+def visit_everything(s, window, by_keys=False):
+    """A message box, every menu, the information window and the about window, each dismissed.
+    by_keys: the message and the menus are answered by key, not the mouse (on a scaled screen Qt
+    reports their places unscaled)."""
     s.click_on(find(window, role("PUSH_BUTTON"), "Calculate"))
     alert = poll(lambda: s.top_windows(role("ALERT"))[0], 3)
     s.check(alert, "Calculate with no test chosen showed no message")
     message = find(alert, role("LABEL"))
     s.check(message and message.name == NO_TEST_MESSAGE, f"the message said {describe(message)}")
-    s.click_on(find(alert, role("PUSH_BUTTON")))
+    if by_keys:
+        s.key("Return")
+    else:
+        s.click_on(find(alert, role("PUSH_BUTTON")))
     s.check(poll(lambda: not s.top_windows(role("ALERT")), 3), "the message stayed up")
     for title in ("File", "Edit", "Window"):
-        close_menu(s, open_menu(s, window, title), title)
+        close_menu(s, open_by_keys(s, window, title, "alt+" + title[0].lower()) if by_keys
+                   else open_menu(s, window, title), title)
     s.click_on(help_button(window), press_only=True)
     s.check(s.frame(INFO_TITLE, 3), "a press on \"?\" did not bring up the information window")
     close_with_window_manager(s, INFO_TITLE)
     s.check(poll(lambda: not s.top_windows(name=INFO_TITLE), 3), "information window stayed up")
     s.wait_out_about_timer()
-    s.click_on(find(open_menu(s, window, "Window"), role("MENU_ITEM"), ABOUT))
+    if by_keys:  # A is About Korvane's access key
+        open_by_keys(s, window, "Window", "alt+w")
+        s.key("a")
+    else:
+        s.click_on(find(open_menu(s, window, "Window"), role("MENU_ITEM"), ABOUT))
     about = poll(lambda: s.top_windows(role("FRAME"), ABOUT)[0], 3)
     s.check(about, "Window > About Korvane brought up no about window")
     x, y, width, _ = extents(about)
@@ -253,7 +263,13 @@ def inset(box, by):
     return box[0] + by, box[1] + by, box[2] - 2 * by, box[3] - 2 * by
 
 
-def texts_to_measure(window):
+def qt_extents(s, obj):
+    """The screen place of a widget of Qt's own (the menu bar's titles): under QT_SCALE_FACTOR
+    Qt reports it unscaled."""
+    return tuple(round(v * float(s.extra_env.get("QT_SCALE_FACTOR", 1))) for v in extents(obj))
+
+
+def texts_to_measure(s, window):
     """What the platform draws in its own colours: (what a person calls it, screen box)."""
     regions = []
     for radio in find_all(window, role("RADIO_BUTTON")):
@@ -269,7 +285,7 @@ def texts_to_measure(window):
         regions.append((f"field \"{text.name}\"", inset(extents(text), 3)))
     for title in find_all(find(window, role("MENU_BAR")), role("MENU_ITEM")):
         if title.name:
-            regions.append((f"menu \"{title.name}\"", inset(extents(title), 1)))
+            regions.append((f"menu \"{title.name}\"", inset(qt_extents(s, title), 1)))
     return regions
 
 
@@ -293,7 +309,7 @@ def contrast_check(s, variant):
     s.check(ground == (255, 255, 255), f"the window's ground is {ground}, not white")
     if variant == "dark":  # the look stays light, so only Qt's plug-in log shows the theme took
         s.check('libqgtk3.so" loaded library' in s.output(), "Qt did not load its GTK theme")
-    regions = texts_to_measure(window)
+    regions = texts_to_measure(s, window)
     s.check(len(regions) == 19, "not all 19 texts to measure (2 radios, 2 frames, 3 buttons, "
                                 f"9 fields, 3 menus) were found: {[what for what, _ in regions]}")
     faint = [f"{what}: {ink} on {ground}, {ratio:.2f}:1" for what, box in regions
