@@ -147,7 +147,7 @@ class CanvasWidget : public OwnedWidget<QWidget, Canvas> {
 
   private:
     const QImage& ForScreen();
-    QImage resampled;  // the picture at the screen's scale, where that is not its own
+    QImage resampled;          // the picture at the screen's scale, where that is not its own
     qint64 resampledFrom = 0;  // the cache key of the picture it was made from
 };
 

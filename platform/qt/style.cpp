@@ -4,8 +4,8 @@
 #include <QHash>
 #include <QIcon>
 #include <QIconEngine>
-#include <QPainterPath>
 #include <QPainter>
+#include <QPainterPath>
 #include <QPixmap>
 #include <QProxyStyle>
 #include <QStyleFactory>

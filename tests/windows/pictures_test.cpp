@@ -47,10 +47,10 @@ void ExpectDrawnSmoothly(const platform::RectControl& canvas, const std::string&
         EXPECT_EQ(Distance(shown, made), 0.0) << picture << " at " << scale;
         return;
     }
-    const QImage dense = platform::qt::ReadPng(QStringLiteral(":/korvane/%1@2x.png")
-                                         .arg(QString::fromStdString(picture).chopped(4)));
-    const double smooth = Distance(shown, dense.scaled(size, Qt::IgnoreAspectRatio,
-                                                       Qt::SmoothTransformation));
+    const QImage dense = platform::qt::ReadPng(
+        QStringLiteral(":/korvane/%1@2x.png").arg(QString::fromStdString(picture).chopped(4)));
+    const double smooth =
+        Distance(shown, dense.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
     const double jagged = Distance(shown, dense.scaled(size));
     EXPECT_LT(smooth, jagged / 2) << picture << " at " << scale << ": " << smooth << " from the "
                                   << "smooth resize, " << jagged << " from the jagged one";
@@ -75,9 +75,10 @@ TEST_F(PicturesTest, AMessageBoxSignHasAPixelForEveryScreenPixel) {
                  {QStyle::SP_MessageBoxWarning, {0.3, 0.8}, QColor(0xed, 0xd4, 0x00)}};
     for (const auto& sign : signs) {
         for (double scale : {1.0, 1.25, 1.5, 2.0}) {
-            const QImage drawn =
-                QApplication::style()->standardIcon(sign.which).pixmap(QSize(32, 32), scale)
-                    .toImage();
+            const QImage drawn = QApplication::style()
+                                     ->standardIcon(sign.which)
+                                     .pixmap(QSize(32, 32), scale)
+                                     .toImage();
             EXPECT_EQ(drawn.size(), QSize(32, 32) * scale) << sign.which << " at " << scale;
             const QPoint inside(int(sign.inside.x() * drawn.width()),
                                 int(sign.inside.y() * drawn.height()));
