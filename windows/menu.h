@@ -17,7 +17,6 @@ class Menu : public platform::Classed<Menu, platform::MenuBar> {
     // Drops the instance, so that the next Instance() builds the bar anew: an initialiser of the
     // run, and between runs in tests.
     static void ResetImplicitInstance();
-    static void ResetForTests() { ResetImplicitInstance(); }  // the same, under its older name
 
     static const platform::ClassInfo& StaticClass();  // the class table; base MenuBar
 

@@ -46,7 +46,6 @@ class FileType : public Classed<FileType> {
 
     void Register();  // registers the type unless it is registered already
     void Deregister();
-    bool Registered() const { return registered_; }
 
     // Registers the type, then gives its Name.
     explicit operator std::string();

@@ -34,15 +34,6 @@ const PropertyDef* ClassInfo::FindProperty(std::string_view property) const {
     return nullptr;
 }
 
-bool ClassInfo::IsA(const ClassInfo& other) const {
-    for (const ClassInfo* cls = this; cls != nullptr; cls = cls->base) {
-        if (cls == &other) {
-            return true;
-        }
-    }
-    return false;
-}
-
 const ClassInfo& Object::StaticClass() {
     static const ClassInfo info{"Object", nullptr, {}};
     return info;

@@ -45,8 +45,6 @@ struct ClassInfo {
 
     // The property of that name on this class or a base class, ignoring case; nullptr if none.
     const PropertyDef* FindProperty(std::string_view property) const;
-    // True when this class is `other` or derives from it.
-    bool IsA(const ClassInfo& other) const;
 };
 
 class Object {

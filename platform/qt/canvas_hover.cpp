@@ -5,6 +5,7 @@
 #include <QEnterEvent>
 #include <QMouseEvent>
 #include <QPointer>
+#include <QSet>
 #include <QWindow>
 #include <algorithm>
 #include <optional>
@@ -43,8 +44,13 @@ class PointerWatcher : public QObject {
                 case QEvent::Leave:
                     PointerAt(watched, std::nullopt);
                     break;
+                case QEvent::WindowBlocked:
+                    blocked_.insert(watched);
+                    break;
                 case QEvent::WindowUnblocked:
-                    PointerAt(watched, PointerIn(*static_cast<QWindow*>(watched)));
+                    if (blocked_.remove(watched)) {
+                        PointerAt(watched, PointerIn(*static_cast<QWindow*>(watched)));
+                    }
                     break;
                 default:
                     break;
@@ -95,6 +101,8 @@ class PointerWatcher : public QObject {
     }
 
     std::vector<QPointer<CanvasWidget>> canvases_;
+    // The windows a message box blocks now; compared, never used.
+    QSet<const QObject*> blocked_;
 };
 
 }  // namespace

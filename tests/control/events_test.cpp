@@ -175,14 +175,19 @@ TEST_F(EventsTest, TheAttributionFollowsTheWindowsPointerEventsNotAnEnterQtMakes
     QEnterEvent windowEnter(overTitle, overTitle, title->mapToGlobal(QPointF(20, 20)));
     QApplication::sendEvent(window, &windowEnter);  // as when a menu closes over the title
     EXPECT_TRUE(copyrightShown());
-    QEvent windowLeave(QEvent::Leave);  // as when a message box comes up over the window
+    // A message box comes up: Qt tells the window that it is blocked and the pointer left.
+    QEvent blocked(QEvent::WindowBlocked);
+    QApplication::sendEvent(window, &blocked);
+    QEvent windowLeave(QEvent::Leave);
     QApplication::sendEvent(window, &windowLeave);
     EXPECT_FALSE(copyrightShown());
     // The box goes while the pointer rests over the title: no pointer event comes on Wayland.
+    const QPoint wasAt = QCursor::pos();  // put back after, for the tests that follow
     QCursor::setPos(title->mapToGlobal(QPoint(20, 20)));
     QEvent unblocked(QEvent::WindowUnblocked);
     QApplication::sendEvent(window, &unblocked);
     EXPECT_TRUE(copyrightShown());
+    QCursor::setPos(wasAt);
 }
 
 // "?" opens the one information window on the press, also after it was closed, and lets the
@@ -202,7 +207,7 @@ TEST_F(EventsTest, PressesOnQuestionMarkAndOnTheFrameGoOnToTheirWidgets) {
     platform::recorder::Start();
     QTest::mouseClick(Handle(form->typeBox()), Qt::LeftButton, {},
                       box->mapTo(box->window(), QPoint(box->width() - 6, box->height() / 2)));
-    EXPECT_TRUE(Log().empty());
+    EXPECT_EQ(Log(), std::vector<std::string>());
     EXPECT_TRUE(Globals::btn == 1 && form->IBtn().Value());
     EXPECT_FALSE(form->typeBox().MouseDown(form->typeBox(), 5, 5));
 }

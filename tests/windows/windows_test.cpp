@@ -11,6 +11,7 @@
 #include <functional>
 #include <memory>
 #include <ranges>
+#include <set>
 #include <stdexcept>
 #include <string>
 
@@ -132,6 +133,24 @@ TEST_F(QwindowTest, ItShowsTheFormulaAboveTheCitationAndTheAttribution) {
     // On the screen the carriage returns end paragraphs: citation, a blank line, attribution.
     EXPECT_EQ(qobject_cast<QTextEdit*>(window.StaticText1().Widget())->toPlainText().toStdString(),
               citation + "\n\n" + attribution);
+}
+
+// Each window answers IsEventImplemented for exactly the events of Window that it implements.
+TEST_F(MenuTest, EachWindowSaysWhichEventsItImplements) {
+    const std::set<std::string> about = {"Layout", "CreateControls", "AddMenuHandlers", "KeyDown",
+                                         "MouseDown"};
+    const std::set<std::string> information = {"Layout", "CreateControls", "Close", "MouseDown",
+                                               "KeyDown"};
+    const std::set<std::string> control = {"Layout", "CreateControls", "AddMenuHandlers",
+                                           "Close",  "Activate",       "EnableMenuItems"};
+    for (const std::string event :
+         {"Layout", "CreateControls", "AddMenuHandlers", "Close", "Activate", "Deactivate",
+          "EnableMenuItems", "KeyDown", "KeyUp", "MouseDown", "MouseUp", "Open", "Paint"}) {
+        EXPECT_EQ(AboutWnd::Instance().IsEventImplemented(event), about.contains(event)) << event;
+        EXPECT_EQ(Qwindow::Instance().IsEventImplemented(event), information.contains(event))
+            << event;
+        EXPECT_EQ(form->IsEventImplemented(event), control.contains(event)) << event;
+    }
 }
 
 TEST_F(QwindowTest, ClosingHidesTheOneInstanceAndKeepsWhatWasTyped) {
