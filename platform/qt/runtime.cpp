@@ -3,13 +3,16 @@
 #include <QApplication>
 #include <QGuiApplication>
 #include <QIcon>
+#include <QIconEngine>
 #include <QKeyEvent>
 #include <QMessageBox>
+#include <QPainter>
 #include <QPalette>
 #include <QPixmap>
 #include <QTimer>
 #include <QToolTip>
 #include <QWidget>
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 #include <thread>
@@ -238,18 +241,49 @@ void RuntimeInit() {
     QGuiApplication::setDesktopFileName(QStringLiteral("korvane"));
 }
 
-// The icon of every window, set after the first window is up: the program's own two sizes, from
-// which Qt draws any other it is asked for (a title bar's 16 points at 150%, a task switcher's
-// 128 at 200%) smoothly. Not the icon theme's: a desktop's launcher and task list find that one
-// through the menu entry, and a lookup in the theme would read the installed icons with every
-// image-format plug-in loaded to guess their formats, a quarter of a megabyte for the whole run.
-static void SetWindowIcon() {
-    QIcon icon;
-    for (const char* size : {"64", "256"}) {
-        icon.addPixmap(QPixmap::fromImage(
-            qt::ReadPng(QStringLiteral(":/korvane/korvane-%1.png").arg(QLatin1String(size)))));
+// The program's icon at any size asked for, drawn smoothly from the nearest larger of its two
+// pictures: 64 pixels, and 256 for a task switcher at 200%, read only when first asked for. It
+// says it has the 64-pixel size alone, since an X11 window is sent a copy of every size its icon
+// has, and the 256-pixel copy would cost the start a quarter of a megabyte.
+class ProgramIcon : public QIconEngine {
+  public:
+    QPixmap pixmap(const QSize& size, QIcon::Mode /*mode*/, QIcon::State /*state*/) override {
+        const QPixmap& source = std::max(size.width(), size.height()) > kSmall ? Large() : small_;
+        return source.size() == size
+                   ? source
+                   : source.scaled(size, Qt::KeepAspectRatio, Qt::SmoothTransformation);
     }
-    QApplication::setWindowIcon(icon);
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode,
+               QIcon::State state) override {
+        painter->drawPixmap(rect, pixmap(rect.size(), mode, state));
+    }
+    QList<QSize> availableSizes(QIcon::Mode /*mode*/, QIcon::State /*state*/) override {
+        return {QSize(kSmall, kSmall)};
+    }
+    QIconEngine* clone() const override { return new ProgramIcon(*this); }
+
+  private:
+    static constexpr int kSmall = 64;
+    static QPixmap Read(int pixels) {
+        return QPixmap::fromImage(
+            qt::ReadPng(QStringLiteral(":/korvane/korvane-%1.png").arg(pixels)));
+    }
+    const QPixmap& Large() {
+        if (large_.isNull()) {
+            large_ = Read(256);
+        }
+        return large_;
+    }
+    QPixmap small_ = Read(kSmall);
+    QPixmap large_;
+};
+
+// The icon of every window, set after the first window is up. Not the icon theme's: a desktop's
+// launcher and task list find that one through the menu entry, and a lookup in the theme would
+// read the installed icons with every image-format plug-in loaded to guess their formats, a
+// quarter of a megabyte for the whole run.
+static void SetWindowIcon() {
+    QApplication::setWindowIcon(QIcon(new ProgramIcon()));
 }
 
 void RuntimePerformInitializers(std::span<const Initializer> table) {
