@@ -10,6 +10,7 @@
 #include <variant>
 #include <vector>
 
+#include "fuzz/require.h"
 #include "platform/core/object.h"
 #include "platform/core/record.h"
 
@@ -25,10 +26,10 @@ template <Form F>
 platform::PropertyDef Checked(std::string_view name) {
     return {name, F, [](Object& /*target*/, const platform::PropertyValue& value) {
                 // The variant's alternatives stand in the same order as the forms.
-                if (value.index() != static_cast<std::size_t>(F) ||
-                    (F == Form::String && std::get<6>(value).size() >= gInputSize)) {
-                    __builtin_trap();
-                }
+                fuzz::Require(value.index() == static_cast<std::size_t>(F),
+                              "a setter gets the form its table declares");
+                fuzz::Require(F != Form::String || std::get<6>(value).size() < gInputSize,
+                              "a string is shorter than the input");
             }};
 }
 
