@@ -2,6 +2,7 @@
 
 #include "platform/core/failure.h"
 #include "platform/qt/appearance.h"
+#include "platform/qt/timer.h"
 
 namespace korvane::_MacOSDistributedNotifications {
 

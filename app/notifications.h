@@ -11,7 +11,10 @@
 #include <vector>
 
 #include "platform/core/object.h"
-#include "platform/qt/controls.h"
+
+namespace platform {
+class Timer;
+}  // namespace platform
 
 namespace korvane::_MacOSDistributedNotifications {
 

@@ -15,7 +15,9 @@
 #include <string>
 
 #include "control/control_wnd.h"
+#include "platform/qt/buttons.h"
 #include "platform/qt/runtime.h"
+#include "platform/qt/text_controls.h"
 #include "platform/qt/window.h"
 #include "stats/stats.h"
 #include "windows/about_wnd.h"

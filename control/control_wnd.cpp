@@ -5,7 +5,11 @@
 #include "control/control_records.h"
 #include "platform/core/delegate.h"
 #include "platform/core/record.h"
+#include "platform/qt/buttons.h"
+#include "platform/qt/canvas.h"
+#include "platform/qt/frames.h"
 #include "platform/qt/spoken.h"
+#include "platform/qt/text_controls.h"
 #include "windows/menu.h"
 #include "windows/pictures.h"
 

@@ -9,9 +9,18 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/qt/controls.h"
 #include "platform/qt/menu.h"
 #include "platform/qt/window.h"
+
+namespace platform {
+class Label;
+class TextField;
+class GroupBox;
+class Separator;
+class Canvas;
+class PushButton;
+class RadioButton;
+}  // namespace platform
 
 namespace korvane {
 

@@ -1,7 +1,7 @@
 #include "control/window_panel.h"
 
-#include "platform/qt/controls.h"
 #include "platform/qt/runtime.h"
+#include "platform/qt/text_controls.h"
 
 namespace korvane {
 

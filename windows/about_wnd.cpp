@@ -5,6 +5,9 @@
 #include "platform/core/delegate.h"
 #include "platform/core/record.h"
 #include "platform/core/record_encoder.h"
+#include "platform/qt/canvas.h"
+#include "platform/qt/text_controls.h"
+#include "platform/qt/timer.h"
 #include "windows/pictures.h"
 
 namespace korvane {

@@ -8,8 +8,13 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/qt/controls.h"
+#include "platform/qt/timer.h"
 #include "platform/qt/window.h"
+
+namespace platform {
+class Label;
+class Canvas;
+}  // namespace platform
 
 namespace korvane {
 

@@ -3,7 +3,7 @@
 // nil, and the next call tries again.
 #pragma once
 
-#include "platform/qt/controls.h"
+#include "platform/qt/picture.h"
 
 namespace korvane {
 

@@ -4,6 +4,8 @@
 
 #include "platform/core/record.h"
 #include "platform/core/record_encoder.h"
+#include "platform/qt/canvas.h"
+#include "platform/qt/text_controls.h"
 #include "windows/pictures.h"
 
 namespace korvane {

@@ -6,8 +6,12 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/qt/controls.h"
 #include "platform/qt/window.h"
+
+namespace platform {
+class TextArea;
+class Canvas;
+}  // namespace platform
 
 namespace korvane {
 

@@ -10,8 +10,8 @@
 #include <QWidget>
 
 #include "platform/qt/accessible_widgets.h"
-#include "platform/qt/controls.h"
 #include "platform/qt/qt_support.h"
+#include "platform/qt/rect_control.h"
 #include "platform/qt/runtime.h"
 #include "platform/qt/window.h"
 

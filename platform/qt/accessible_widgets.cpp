@@ -10,7 +10,9 @@
 #include <QString>
 #include <QStringList>
 
+#include "platform/qt/buttons.h"
 #include "platform/qt/control_widgets.h"
+#include "platform/qt/frames.h"
 #include "platform/qt/qt_support.h"
 
 namespace platform::qt {

@@ -1,7 +1,8 @@
+#include "platform/qt/buttons.h"
+
 #include <QMouseEvent>
 
 #include "platform/qt/control_widgets.h"
-#include "platform/qt/controls.h"
 #include "platform/qt/qt_support.h"
 #include "platform/qt/runtime.h"
 #include "platform/qt/window.h"
@@ -62,6 +63,14 @@ bool RaiseMouseDown(Control* control, QMouseEvent* event) {
 }  // namespace
 
 namespace qt {
+
+QString CaptionText(const std::string& caption) {
+    return ToQt(caption).replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+std::string CaptionOf(const QString& text) {
+    return FromQt(QString(text).replace(QLatin1String("&&"), QLatin1String("&")));
+}
 
 template <class QtButton, class Control>
 void PressWidget<QtButton, Control>::mousePressEvent(QMouseEvent* event) {

@@ -11,6 +11,8 @@
 #include <optional>
 #include <vector>
 
+#include "platform/qt/app_wide.h"
+#include "platform/qt/canvas.h"
 #include "platform/qt/control_widgets.h"
 #include "platform/qt/runtime.h"
 
@@ -18,17 +20,8 @@ namespace platform::qt {
 namespace {
 
 // Every pointer event that reaches a window of the application passes here first.
-class PointerWatcher : public QObject {
+class PointerWatcher : public ApplicationFilter {
   public:
-    // Watches the application that runs now (a run may make a new one).
-    static PointerWatcher& Instance() {
-        static QPointer<PointerWatcher> watcher;
-        if (watcher.isNull()) {
-            watcher = new PointerWatcher(QCoreApplication::instance());
-        }
-        return *watcher;
-    }
-
     void Follow(CanvasWidget& canvas) { canvases_.emplace_back(&canvas); }
 
   protected:
@@ -60,7 +53,8 @@ class PointerWatcher : public QObject {
     }
 
   private:
-    explicit PointerWatcher(QObject* app) : QObject(app) { app->installEventFilter(this); }
+    friend PointerWatcher& ForThisApplication<PointerWatcher>();
+    using ApplicationFilter::ApplicationFilter;
 
     // Where the pointer is in the window, by the pointer's last place that the windowing system
     // gave, or nowhere in it. A window blocked by a message box hears no pointer events, and on
@@ -108,7 +102,7 @@ class PointerWatcher : public QObject {
 }  // namespace
 
 void FollowPointer(CanvasWidget& canvas) {
-    PointerWatcher::Instance().Follow(canvas);
+    ForThisApplication<PointerWatcher>().Follow(canvas);
 }
 
 }  // namespace platform::qt

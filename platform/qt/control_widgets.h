@@ -15,9 +15,18 @@
 #include <type_traits>
 
 #include "platform/core/object.h"
-#include "platform/qt/controls.h"
+#include "platform/qt/rect_control.h"
 
-namespace platform::qt {
+namespace platform {
+
+class TextField;
+class GroupBox;
+class PushButton;
+class RadioButton;
+class Canvas;
+class Picture;
+
+namespace qt {
 
 // A property-table entry from a captureless lambda `(ControlClass&, Value)`; the record form
 // follows from the Value type, as with platform::Property.
@@ -49,11 +58,6 @@ W& WidgetOf(const RectControl& control) {
 // Captions of buttons and frames: '&' is shown as itself, never as a mnemonic.
 QString CaptionText(const std::string& caption);
 std::string CaptionOf(const QString& text);
-
-// Text colour, alignment and background of text-showing widgets, as records give them.
-void SetTextColour(QWidget& widget, Colour colour);
-void SetBaseColour(QWidget& widget, Colour colour);
-Qt::Alignment HorizontalAlignment(std::int64_t textAlignment);
 
 // A widget that knows the control it shows, so that its Qt events reach that control's.
 template <class QtWidget, class Control>
@@ -151,4 +155,5 @@ class CanvasWidget : public OwnedWidget<QWidget, Canvas> {
     qint64 resampledFrom = 0;  // the cache key of the picture it was made from
 };
 
-}  // namespace platform::qt
+}  // namespace qt
+}  // namespace platform

@@ -7,6 +7,8 @@
 #include <QPointer>
 #include <QShortcut>
 
+#include "platform/qt/app_wide.h"
+
 namespace platform::qt {
 
 QString AccessKeys::Title(const QString& caption) {
@@ -55,17 +57,10 @@ bool IsMenuWidget(const QWidget* widget) {
 // Qt keeps to itself whom it took it from.
 class KeyboardOutsideMenus : public QObject {
   public:
-    // Watches the application that runs now (a run may make a new one).
-    static KeyboardOutsideMenus& Instance() {
-        static QPointer<KeyboardOutsideMenus> watcher;
-        if (watcher.isNull()) {
-            watcher = new KeyboardOutsideMenus(QCoreApplication::instance());
-        }
-        return *watcher;
-    }
     QWidget* Holder() const { return holder_; }
 
   private:
+    friend KeyboardOutsideMenus& ForThisApplication<KeyboardOutsideMenus>();
     explicit KeyboardOutsideMenus(QObject* app) : QObject(app) {
         Note(QApplication::focusWidget());
         connect(qApp, &QApplication::focusChanged, this,
@@ -86,12 +81,12 @@ class KeyboardOutsideMenus : public QObject {
 void TakeMenuKeys(QMenuBar& bar) {
     auto* f10 = new QShortcut(QKeySequence(Qt::Key_F10), &bar);
     QObject::connect(f10, &QShortcut::activated, &bar, [&bar] { OpenFirstMenu(bar); });
-    KeyboardOutsideMenus::Instance();  // watching from now on
+    ForThisApplication<KeyboardOutsideMenus>();  // watching from now on
 }
 
 QWidget* EditedWidget() {
     QWidget* focus = QApplication::focusWidget();
-    return IsMenuWidget(focus) ? KeyboardOutsideMenus::Instance().Holder() : focus;
+    return IsMenuWidget(focus) ? ForThisApplication<KeyboardOutsideMenus>().Holder() : focus;
 }
 
 }  // namespace platform::qt

@@ -83,14 +83,6 @@ QAccessibleInterface* StatusOf(const QWidget& frame);
 void NoteTextWritten(const QWidget& field);
 // Runs `action` once control is back in the event loop that is dispatching now.
 void RunAfterThisEvent(std::function<void()> action);
-// The window's Tab chain (reading order, TabIndex within a frame), and Qt's chain set to it.
-std::vector<QWidget*> TabChain(const Window& window);
-void RebuildTabChain(Window& window);
-// Tab (forward) or Shift+Tab: the focus to the next stop of the chain (TabStop, shown, enabled;
-// one per radio group). False when the window has none.
-bool MoveFocusAlongTabChain(const Window& window, bool forward);
-// Moves the window's radio buttons into the frame whose rectangle holds them.
-void GatherRadioButtonsIntoFrames(Window& window);
 // Return in a text field: raises Action of the window's first button with Default set, in
 // creation order, when that button can be pressed. False when there is none.
 bool PressDefaultButton(Window& window);

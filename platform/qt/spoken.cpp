@@ -12,8 +12,8 @@
 #include <algorithm>
 #include <memory>
 
-#include "platform/qt/controls.h"
 #include "platform/qt/qt_support.h"
+#include "platform/qt/rect_control.h"
 #include "platform/qt/runtime.h"
 #include "platform/qt/window.h"
 

@@ -1,11 +1,15 @@
+#include "platform/qt/text_controls.h"
+
 #include <QFocusEvent>
+#include <QFontMetricsF>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QMouseEvent>
+#include <QPainter>
 #include <QTextDocument>
 #include <QTextOption>
 
 #include "platform/qt/control_widgets.h"
-#include "platform/qt/controls.h"
 #include "platform/qt/qt_support.h"
 #include "platform/qt/runtime.h"
 #include "platform/qt/window.h"
@@ -29,9 +33,78 @@ std::string ProgramText(QString plain) {
     return qt::FromQt(plain.replace(QChar('\n'), QChar('\r')));
 }
 
+// Text colour, alignment and background of text-showing widgets, as records give them.
+void SetTextColour(QWidget& widget, Colour colour) {
+    QPalette palette = widget.palette();
+    const QColor qcolour = QColor::fromRgb(colour.rgb);
+    // The record's colour holds in every state: a label that is never enabled still draws in it.
+    for (auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+        palette.setColor(group, QPalette::WindowText, qcolour);
+        palette.setColor(group, QPalette::Text, qcolour);
+        palette.setColor(group, QPalette::ButtonText, qcolour);
+    }
+    widget.setPalette(palette);
+}
+
+void SetBaseColour(QWidget& widget, Colour colour) {
+    QPalette palette = widget.palette();
+    palette.setColor(QPalette::Base, QColor::fromRgb(colour.rgb));
+    widget.setPalette(palette);
+}
+
+// 0 is the default (left), 1 left, 2 centre, 3 right.
+Qt::Alignment HorizontalAlignment(std::int64_t textAlignment) {
+    switch (textAlignment) {
+        case 2:
+            return Qt::AlignHCenter;
+        case 3:
+            return Qt::AlignRight;
+        default:
+            return Qt::AlignLeft;
+    }
+}
+
 }  // namespace
 
 namespace qt {
+
+// A label is passive: the pointer and its presses go through it to what lies beneath (a canvas
+// it overlaps keeps the pointer, a frame or the window gets the press), unless it is selectable.
+LabelWidget::LabelWidget() {
+    setTextFormat(Qt::PlainText);
+    setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+}
+
+void LabelWidget::mousePressEvent(QMouseEvent* event) {
+    if (textInteractionFlags() & Qt::TextSelectableByMouse) {
+        QLabel::mousePressEvent(event);
+        return;
+    }
+    event->ignore();
+}
+
+// The layouts were drawn for narrower fonts than this desktop's: a line of text that does not fit
+// its label is drawn smaller until it does, rather than cut off.
+void LabelWidget::paintEvent(QPaintEvent* event) {
+    const QRectF area = contentsRect();
+    QFont fitted = font();
+    if (wordWrap() || text().isEmpty() ||
+        QFontMetricsF(fitted).horizontalAdvance(text()) <= area.width()) {
+        QLabel::paintEvent(event);
+        return;
+    }
+    const double smallest = fitted.pointSizeF() * 0.6;
+    while (fitted.pointSizeF() > smallest &&
+           QFontMetricsF(fitted).horizontalAdvance(text()) > area.width()) {
+        fitted.setPointSizeF(fitted.pointSizeF() * 0.95);
+    }
+    QPainter painter(this);
+    painter.setFont(fitted);
+    painter.setPen(
+        palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::WindowText));
+    painter.drawText(area, int(alignment()), text());
+}
 
 // KeyDown sees every key press that gives a key string and is no shortcut; a true result stops
 // it there. Return that nothing stopped presses the window's default button.
@@ -96,6 +169,53 @@ void AreaWidget::insertFromMimeData(const QMimeData* source) {
 
 }  // namespace qt
 
+Label::Label() : Classed(new qt::LabelWidget) {}
+
+const ClassInfo& Label::StaticClass() {
+    static const ClassInfo info{
+        "Label",
+        &RectControl::StaticClass(),
+        {
+            qt::Prop("Value",
+                     [](Label& c, const std::string& v) {
+                         static_cast<QLabel*>(c.Widget())->setText(qt::ToQt(v));
+                     }),
+            qt::Prop("TextColor", [](Label& c, Colour v) { SetTextColour(*c.Widget(), v); }),
+            qt::Prop("TextAlignment",
+                     [](Label& c, std::int64_t v) {
+                         auto* label = static_cast<QLabel*>(c.Widget());
+                         label->setAlignment(HorizontalAlignment(v) |
+                                             (label->alignment() & Qt::AlignVertical_Mask));
+                     }),
+            // One line is centred in the label's height; several lines start at its top.
+            qt::Prop("MultiLine",
+                     [](Label& c, bool v) {
+                         auto* label = static_cast<QLabel*>(c.Widget());
+                         label->setWordWrap(v);
+                         label->setAlignment((label->alignment() & Qt::AlignHorizontal_Mask) |
+                                             (v ? Qt::AlignTop : Qt::AlignVCenter));
+                     }),
+            qt::Prop("Selectable",
+                     [](Label& c, bool v) {
+                         static_cast<QLabel*>(c.Widget())
+                             ->setTextInteractionFlags(v ? Qt::TextSelectableByMouse
+                                                         : Qt::NoTextInteraction);
+                         c.Widget()->setAttribute(Qt::WA_TransparentForMouseEvents, !v);
+                     }),
+        }};
+    return info;
+}
+
+void Label::Value(const std::string& text) {
+    Operation("Value=" + text);
+    static_cast<QLabel*>(widget_)->setText(qt::ToQt(text));
+}
+
+std::string Label::Value() const {
+    _UITrap();
+    return qt::FromQt(static_cast<QLabel*>(widget_)->text());
+}
+
 TextField::TextField() : Classed(new qt::FieldWidget(this)) {
     Edit(*this).setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 }
@@ -107,14 +227,13 @@ const ClassInfo& TextField::StaticClass() {
         {
             qt::Prop("Value",
                      [](TextField& c, const std::string& v) { Edit(c).setText(qt::ToQt(v)); }),
-            qt::Prop("TextColor",
-                     [](TextField& c, Colour v) { qt::SetTextColour(*c.Widget(), v); }),
+            qt::Prop("TextColor", [](TextField& c, Colour v) { SetTextColour(*c.Widget(), v); }),
             qt::Prop("BackgroundColor",
-                     [](TextField& c, Colour v) { qt::SetBaseColour(*c.Widget(), v); }),
+                     [](TextField& c, Colour v) { SetBaseColour(*c.Widget(), v); }),
             qt::Prop("HasBorder", [](TextField& c, bool v) { Edit(c).setFrame(v); }),
             qt::Prop("TextAlignment",
                      [](TextField& c, std::int64_t v) {
-                         Edit(c).setAlignment(qt::HorizontalAlignment(v) | Qt::AlignVCenter);
+                         Edit(c).setAlignment(HorizontalAlignment(v) | Qt::AlignVCenter);
                      }),
             qt::Prop("ReadOnly", [](TextField& c, bool v) { Edit(c).setReadOnly(v); }),
             qt::Prop("Password",
@@ -164,9 +283,9 @@ const ClassInfo& TextArea::StaticClass() {
         {
             qt::Prop("Value",
                      [](TextArea& c, const std::string& v) { Area(c).setPlainText(PlainText(v)); }),
-            qt::Prop("TextColor", [](TextArea& c, Colour v) { qt::SetTextColour(*c.Widget(), v); }),
+            qt::Prop("TextColor", [](TextArea& c, Colour v) { SetTextColour(*c.Widget(), v); }),
             qt::Prop("BackgroundColor",
-                     [](TextArea& c, Colour v) { qt::SetBaseColour(*c.Widget(), v); }),
+                     [](TextArea& c, Colour v) { SetBaseColour(*c.Widget(), v); }),
             qt::Prop("HasBorder",
                      [](TextArea& c, bool v) {
                          Area(c).setFrameShape(v ? QFrame::StyledPanel : QFrame::NoFrame);
@@ -175,7 +294,7 @@ const ClassInfo& TextArea::StaticClass() {
                      [](TextArea& c, std::int64_t v) {
                          QTextDocument& document = *Area(c).document();
                          QTextOption option = document.defaultTextOption();
-                         option.setAlignment(qt::HorizontalAlignment(v));
+                         option.setAlignment(HorizontalAlignment(v));
                          document.setDefaultTextOption(option);
                      }),
             qt::Prop("ReadOnly", [](TextArea& c, bool v) { Area(c).setReadOnly(v); }),

@@ -1,8 +1,8 @@
+#include "platform/qt/timer.h"
+
 #include <QTimer>
 #include <algorithm>
 
-#include "platform/qt/control_widgets.h"
-#include "platform/qt/controls.h"
 #include "platform/qt/runtime.h"
 
 namespace platform {

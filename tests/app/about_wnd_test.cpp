@@ -10,7 +10,9 @@
 #include <vector>
 
 #include "platform/core/recorder.h"
+#include "platform/qt/canvas.h"
 #include "platform/qt/runtime.h"
+#include "platform/qt/text_controls.h"
 #include "platform/qt/window.h"
 #include "windows/about_wnd.h"
 #include "windows/pictures.h"

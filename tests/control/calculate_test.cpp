@@ -9,6 +9,8 @@
 #include <tuple>
 #include <vector>
 
+#include "platform/qt/buttons.h"
+#include "platform/qt/text_controls.h"
 #include "stats/messages.h"
 #include "tests/windows/ui_test_support.h"
 

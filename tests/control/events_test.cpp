@@ -10,7 +10,11 @@
 #include <string>
 #include <vector>
 
+#include "platform/qt/buttons.h"
+#include "platform/qt/canvas.h"
 #include "platform/qt/fault_injection.h"
+#include "platform/qt/frames.h"
+#include "platform/qt/text_controls.h"
 #include "tests/windows/ui_test_support.h"
 #include "windows/qwindow.h"
 

@@ -7,7 +7,10 @@
 #include <string>
 #include <vector>
 
+#include "platform/qt/buttons.h"
+#include "platform/qt/frames.h"
 #include "platform/qt/spoken.h"
+#include "platform/qt/text_controls.h"
 #include "stats/messages.h"
 #include "tests/windows/ui_test_support.h"
 #include "windows/qwindow.h"

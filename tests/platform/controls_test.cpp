@@ -4,6 +4,8 @@
 #include <QKeyEvent>
 #include <QRadioButton>
 
+#include "platform/qt/buttons.h"
+#include "platform/qt/text_controls.h"
 #include "sample_windows.h"
 
 namespace {

@@ -15,8 +15,10 @@
 #include "platform/core/delegate.h"
 #include "platform/core/record.h"
 #include "platform/core/record_encoder.h"
-#include "platform/qt/controls.h"
+#include "platform/qt/buttons.h"
+#include "platform/qt/frames.h"
 #include "platform/qt/runtime.h"
+#include "platform/qt/text_controls.h"
 #include "platform/qt/window.h"
 
 namespace sample {

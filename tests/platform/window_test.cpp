@@ -4,6 +4,7 @@
 #include <QTimer>
 #include <future>
 
+#include "platform/qt/buttons.h"
 #include "sample_windows.h"
 
 namespace {

@@ -21,6 +21,7 @@
 #include <gtest/gtest.h>
 
 #include "control/control_wnd.h"
+#include "platform/qt/buttons.h"
 #include "platform/qt/runtime.h"
 #include "stats/messages.h"
 #include "stats/stats.h"

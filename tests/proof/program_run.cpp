@@ -12,7 +12,7 @@
 
 #include "app/startup.h"
 #include "platform/qt/application.h"
-#include "platform/qt/controls.h"
+#include "platform/qt/rect_control.h"
 #include "platform/qt/runtime.h"
 #include "windows/menu.h"
 

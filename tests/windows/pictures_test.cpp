@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <string>
 
+#include "platform/qt/canvas.h"
 #include "platform/qt/qt_support.h"
 #include "tests/windows/ui_test_support.h"
 #include "windows/qwindow.h"

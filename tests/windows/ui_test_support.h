@@ -20,6 +20,7 @@
 #include "control/control_wnd.h"
 #include "platform/core/recorder.h"
 #include "platform/qt/runtime.h"
+#include "platform/qt/text_controls.h"
 #include "stats/stats.h"
 #include "windows/about_wnd.h"
 

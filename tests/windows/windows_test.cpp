@@ -15,6 +15,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "platform/qt/buttons.h"
+#include "platform/qt/canvas.h"
 #include "tests/windows/ui_test_support.h"
 #include "windows/menu.h"
 #include "windows/pictures.h"

@@ -1,0 +1,28 @@
+// Objects of which the application has one: made for the QApplication that runs now, the first
+// time one is asked for, as its child, so it goes with it and a later run (a test makes a new
+// application) gets a new one. Private to platform/qt.
+#pragma once
+
+#include <QCoreApplication>
+#include <QPointer>
+
+namespace platform::qt {
+
+// The application's one T, made as `new T(app)`; T befriends this function to keep it the only
+// way to make one.
+template <class T>
+T& ForThisApplication() {
+    static QPointer<T> one;
+    if (one.isNull()) {
+        one = new T(QCoreApplication::instance());
+    }
+    return *one;
+}
+
+// An application-wide event filter: every event of the application passes eventFilter first.
+class ApplicationFilter : public QObject {
+  protected:
+    explicit ApplicationFilter(QObject* app) : QObject(app) { app->installEventFilter(this); }
+};
+
+}  // namespace platform::qt
