@@ -10,6 +10,7 @@
 #include "platform/qt/application.h"
 #include "platform/qt/menu.h"
 #include "sample_windows.h"
+#include "tests/common/menu_presses.h"
 
 namespace {
 
@@ -153,16 +154,8 @@ std::string CloseOpenMenu(platform::Window& window) {
 }
 
 TEST_F(MenuTest, F10OpensTheFirstShownMenuAndAltWithAnAccessKeyItsMenu) {
-    const struct {
-        Qt::Key key;
-        Qt::KeyboardModifiers modifiers;
-        std::string opens;
-    } presses[] = {{Qt::Key_F10, {}, "&File"},
-                   {Qt::Key_F, Qt::AltModifier, "&File"},
-                   {Qt::Key_E, Qt::AltModifier, "&Edit"},
-                   {Qt::Key_W, Qt::AltModifier, "&Window"}};
     ASSERT_TRUE(Focus(form->HelpBtn()));
-    for (const auto& press : presses) {
+    for (const auto& press : testing_support::kMenuPresses) {
         Press(*form, press.key, press.modifiers);
         EXPECT_EQ(CloseOpenMenu(*form), press.opens) << press.opens;
         EXPECT_EQ(Focused(), form->HelpBtn().Widget());

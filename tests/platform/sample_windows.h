@@ -20,6 +20,7 @@
 #include "platform/qt/runtime.h"
 #include "platform/qt/text_controls.h"
 #include "platform/qt/window.h"
+#include "tests/common/run_fixture.h"
 
 namespace sample {
 
@@ -125,26 +126,18 @@ class FormWnd : public platform::WindowClass<FormWnd> {
 
 // Every platform test starts from no windows, no pending quit, hooks that collect failures (by
 // class name) and answer messages instead of reporting or showing them.
-class PlatformTest : public testing::Test {
+class PlatformTest : public testing_support::RunFixture {
   protected:
-    void SetUp() override {
-        platform::_RuntimeResetRun();
-        platform::SetUnhandledExceptionHook([this](std::exception_ptr failure) {
-            try {
-                std::rethrow_exception(failure);
-            } catch (const platform::RuntimeException& e) {
-                failures.push_back(e.ClassName());
-            } catch (...) {
-                failures.push_back("other");
-            }
-        });
-        platform::SetMessageBoxHook([](const std::string&) {});
-    }
-    void TearDown() override {
-        platform::DestroyAllWindows();
-        platform::SetUnhandledExceptionHook({});
-        platform::SetMessageBoxHook({});
-        platform::_RuntimeResetRun();
+    PlatformTest() : RunFixture(&ClassNameOf) {}
+
+    static std::string ClassNameOf(std::exception_ptr failure) {
+        try {
+            std::rethrow_exception(failure);
+        } catch (const platform::RuntimeException& e) {
+            return e.ClassName();
+        } catch (...) {
+            return "other";
+        }
     }
 
     static QWidget* Focused() { return QApplication::focusWidget(); }
@@ -154,8 +147,6 @@ class PlatformTest : public testing::Test {
         EXPECT_TRUE(QTest::qWaitForWindowActive(form.Widget()));
         return form;
     }
-
-    std::vector<std::string> failures;
 };
 
 // Where a control stands, in the window's content coordinates.

@@ -22,32 +22,34 @@
 #include "platform/qt/runtime.h"
 #include "platform/qt/text_controls.h"
 #include "stats/stats.h"
+#include "tests/common/run_fixture.h"
 #include "windows/about_wnd.h"
 
 namespace korvane::testing {
 
-class UiTest : public ::testing::Test {
+class UiTest : public testing_support::RunFixture {
   protected:
+    UiTest() : RunFixture(&WhatOf) {}
+
+    static std::string WhatOf(std::exception_ptr failure) {
+        try {
+            std::rethrow_exception(failure);
+        } catch (const std::exception& e) {
+            return e.what();
+        } catch (...) {
+            return "other";
+        }
+    }
+
     void SetUp() override {
-        platform::_RuntimeResetRun();
-        platform::SetUnhandledExceptionHook([this](std::exception_ptr failure) {
-            try {
-                std::rethrow_exception(failure);
-            } catch (const std::exception& e) {
-                failures.push_back(e.what());
-            }
-        });
-        platform::SetMessageBoxHook([this](const std::string& text) { messages.push_back(text); });
+        RunFixture::SetUp();
         Globals::btn = 0;
         platform::recorder::Start();
     }
 
     void TearDown() override {
         platform::recorder::Stop();
-        platform::DestroyAllWindows();
-        platform::SetMessageBoxHook({});
-        platform::SetUnhandledExceptionHook({});
-        platform::_RuntimeResetRun();
+        RunFixture::TearDown();
         EXPECT_TRUE(failures.empty()) << "a failure escaped a handler: " << failures.front();
     }
 
@@ -123,9 +125,6 @@ class UiTest : public ::testing::Test {
     static std::vector<std::string> Log() { return platform::recorder::Lines(); }
 
     static long Beeps() { return std::ranges::count(Log(), std::string("Beep")); }
-
-    std::vector<std::string> messages;
-    std::vector<std::string> failures;
 };
 
 // The window tests that start on the control window as the user first sees it: built, shown and

@@ -17,6 +17,7 @@
 
 #include "platform/qt/buttons.h"
 #include "platform/qt/canvas.h"
+#include "tests/common/menu_presses.h"
 #include "tests/windows/ui_test_support.h"
 #include "windows/menu.h"
 #include "windows/pictures.h"
@@ -80,16 +81,8 @@ TEST_F(MenuTest, TheBarShowsFileEditAndWindowWithAccessKeysShortcutsAndEnabledSt
 // menu's access key that menu, as keys pressed in the window; Escape, twice, gives the keyboard
 // back to the field.
 TEST_F(MenuTest, F10AndAltWithTheAccessKeyOpenTheMenusOfTheControlWindow) {
-    const struct {
-        Qt::Key key;
-        Qt::KeyboardModifiers modifiers;
-        std::string opens;
-    } presses[] = {{Qt::Key_F10, {}, "&File"},
-                   {Qt::Key_F, Qt::AltModifier, "&File"},
-                   {Qt::Key_E, Qt::AltModifier, "&Edit"},
-                   {Qt::Key_W, Qt::AltModifier, "&Window"}};
     Click(form->IBtn());
-    for (const auto& press : presses) {
+    for (const auto& press : testing_support::kMenuPresses) {
         Press(*form, press.key, press.modifiers);
         EXPECT_EQ(OpenMenuTitle(), press.opens);
         CloseMenus(*form);
