@@ -1,6 +1,7 @@
 // The start of every window test: no windows and no pending quit, failures that escape a handler
-// collected (as the test program describes them), message boxes answered by collecting their
-// text; and the same again at the end, so that no test sees another's windows or hooks.
+// collected (a platform exception by its class name, another by its text), message boxes
+// answered by collecting their text; and the same again at the end, so that no test sees
+// another's windows or hooks.
 #pragma once
 
 #include <exception>
@@ -9,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/core/failure.h"
 #include "platform/qt/runtime.h"
 #include "platform/qt/window.h"
 
@@ -16,13 +18,10 @@ namespace testing_support {
 
 class RunFixture : public ::testing::Test {
   protected:
-    using DescribeFailure = std::string (*)(std::exception_ptr failure);
-    explicit RunFixture(DescribeFailure describe) : describe_(describe) {}
-
     void SetUp() override {
         platform::_RuntimeResetRun();
         platform::SetUnhandledExceptionHook(
-            [this](std::exception_ptr failure) { failures.push_back(describe_(failure)); });
+            [this](std::exception_ptr failure) { failures.push_back(FailureText(failure)); });
         platform::SetMessageBoxHook([this](const std::string& text) { messages.push_back(text); });
     }
 
@@ -37,7 +36,17 @@ class RunFixture : public ::testing::Test {
     std::vector<std::string> messages;
 
   private:
-    DescribeFailure describe_;
+    static std::string FailureText(std::exception_ptr failure) {
+        try {
+            std::rethrow_exception(failure);
+        } catch (const platform::RuntimeException& e) {
+            return e.ClassName();
+        } catch (const std::exception& e) {
+            return e.what();
+        } catch (...) {
+            return "other";
+        }
+    }
 };
 
 }  // namespace testing_support

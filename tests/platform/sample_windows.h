@@ -124,22 +124,10 @@ class FormWnd : public platform::WindowClass<FormWnd> {
     int iActions = 0, rActions = 0, typeBoxPresses = 0, calcs = 0, helpPresses = 0, helps = 0;
 };
 
-// Every platform test starts from no windows, no pending quit, hooks that collect failures (by
-// class name) and answer messages instead of reporting or showing them.
+// Every platform test starts from no windows, no pending quit and hooks that collect failures
+// and messages (testing_support::RunFixture).
 class PlatformTest : public testing_support::RunFixture {
   protected:
-    PlatformTest() : RunFixture(&ClassNameOf) {}
-
-    static std::string ClassNameOf(std::exception_ptr failure) {
-        try {
-            std::rethrow_exception(failure);
-        } catch (const platform::RuntimeException& e) {
-            return e.ClassName();
-        } catch (...) {
-            return "other";
-        }
-    }
-
     static QWidget* Focused() { return QApplication::focusWidget(); }
     // The form, shown and active.
     static FormWnd& Form() {

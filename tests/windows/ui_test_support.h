@@ -29,18 +29,6 @@ namespace korvane::testing {
 
 class UiTest : public testing_support::RunFixture {
   protected:
-    UiTest() : RunFixture(&WhatOf) {}
-
-    static std::string WhatOf(std::exception_ptr failure) {
-        try {
-            std::rethrow_exception(failure);
-        } catch (const std::exception& e) {
-            return e.what();
-        } catch (...) {
-            return "other";
-        }
-    }
-
     void SetUp() override {
         RunFixture::SetUp();
         Globals::btn = 0;
