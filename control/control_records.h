@@ -1,15 +1,16 @@
-// The layout records of the control window: the window's own and one for each of its 33
-// controls, encoded at compile time.
+// The layout records of the control window: the window's own and one for each control of
+// control_table.h, encoded at compile time.
 //
-// A control's place and role stand in one row of `layout` below, in creation order; the shape
-// templates lay a row out with every property of its class, in the stored order of that class's
-// records, the values all controls of the class share written in once. `records` holds the
-// finished byte strings that CreateControls applies.
+// `layout` holds one Row per control, made from its place in the table; the shape templates lay
+// a row out with every property of its class, in the stored order of that class's records, the
+// values all controls of the class share written in once, and the control's look filling in
+// what differs. `records` holds the finished byte strings that CreateControls applies.
 #pragma once
 
 #include <cstdint>
 #include <string_view>
 
+#include "control/control_table.h"
 #include "platform/core/record_encoder.h"
 
 namespace korvane {
@@ -24,9 +25,7 @@ inline constexpr Locks kLocked{1, 1, 1, 1};
 inline constexpr Locks kFree{0, 0, 0, 0};
 inline constexpr Locks kTopLeft{1, 1, 0, 0};
 
-// What sets one control apart from the others of its class. Left and Top count from the
-// window's top-left corner also inside a panel; an empty parent is the window itself. Text is
-// a label's Value or a button's or frame's Caption.
+// Where a control stands and what it shows: its name and its place in the table.
 struct Row {
     std::string_view name;
     std::string_view parent;
@@ -36,7 +35,7 @@ struct Row {
     bool visible;
     bool enabled;
     std::string_view text;
-    Locks locks = kLocked;
+    Locks locks;
 };
 
 struct LabelStyle {
@@ -51,11 +50,18 @@ struct FieldRole {
     bool allowSpellChecking;
 };
 
+struct FrameStyle {
+    bool bold;
+};
+
 struct ButtonStyle {
     bool transparent;
     float fontSize;
     bool bold;
 };
+
+// The look of a class whose records differ in their place alone.
+struct Plain {};
 
 // Index of a control that is no member of a control array: the smallest 32-bit integer.
 inline constexpr std::int64_t kNoIndex = -2147483648LL;
@@ -72,45 +78,19 @@ inline constexpr FieldRole kEntry{0, 0};
 inline constexpr FieldRole kResult{1, 1};
 inline constexpr FieldRole kResultDf{1, 0};
 
+inline constexpr FrameStyle kPlainFrame{0};
+inline constexpr FrameStyle kBoldFrame{1};
+
 inline constexpr ButtonStyle kPlainButton{1, 12, 0};
 inline constexpr ButtonStyle kHelpButton{0, 14, 1};
 
-// clang-format off
-//                         Name             Parent       Left Top  W    H   Tab Stop V  E  Text
-inline constexpr Row n2text       {"n2text",       "",          214, 308, 80,  18,  0, 0, 0, 1, "N"};
-inline constexpr Row rfld         {"rfld",         "",          213, 287, 80,  22,  8, 1, 0, 1, ""};
-inline constexpr Row GroupBox2    {"GroupBox2",    "",          188, 167, 140, 165, 2, 1, 0, 1, "Sample 2"};
-inline constexpr Row m2fld        {"m2fld",        "GroupBox2", 213, 192, 80,  22,  3, 1, 0, 1, ""};
-inline constexpr Row sd2fld       {"sd2fld",       "GroupBox2", 213, 237, 80,  22,  4, 1, 0, 1, ""};
-inline constexpr Row n2fld        {"n2fld",        "GroupBox2", 213, 287, 80,  22,  5, 1, 0, 1, ""};
-inline constexpr Row StaticText3  {"StaticText3",  "GroupBox2", 213, 214, 80,  18,  4, 0, 0, 1, "Mean"};
-inline constexpr Row StaticText4  {"StaticText4",  "GroupBox2", 199, 259, 110, 18,  5, 0, 0, 1, "Standard Deviation"};
-inline constexpr Row Sep2         {"Sep2",         "GroupBox2", 188, 277, 140, 5,   6, 1, 0, 1, "", kFree};
-inline constexpr Row rtext        {"rtext",        "GroupBox2", 214, 307, 80,  18,  7, 0, 0, 1, "r"};
-inline constexpr Row GroupBox1    {"GroupBox1",    "",          27,  167, 140, 165, 3, 1, 0, 1, "Sample 1", kFree};
-inline constexpr Row m1fld        {"m1fld",        "GroupBox1", 52,  192, 80,  22,  0, 1, 0, 1, ""};
-inline constexpr Row sd1fld       {"sd1fld",       "GroupBox1", 52,  237, 80,  22,  1, 1, 0, 1, ""};
-inline constexpr Row n1fld        {"n1fld",        "GroupBox1", 52,  287, 80,  22,  2, 1, 0, 1, ""};
-inline constexpr Row StaticText1  {"StaticText1",  "GroupBox1", 52,  214, 80,  18,  3, 0, 0, 1, "Mean"};
-inline constexpr Row StaticText2  {"StaticText2",  "GroupBox1", 38,  259, 110, 18,  4, 0, 0, 1, "Standard Deviation"};
-inline constexpr Row StaticText7  {"StaticText7",  "GroupBox1", 46,  308, 95,  18,  5, 0, 0, 1, "N"};
-inline constexpr Row Sep1         {"Sep1",         "GroupBox1", 27,  277, 140, 5,   6, 1, 0, 1, "", kFree};
-inline constexpr Row HalbrineTitle{"HalbrineTitle", "",         6,   2,   488, 73,  4, 0, 1, 1, ""};
-inline constexpr Row CalcBtn      {"CalcBtn",      "",          21,  360, 80,  30,  5, 0, 1, 1, "Calculate"};
-inline constexpr Row ClearBtn     {"ClearBtn",     "",          401, 360, 80,  30,  6, 0, 1, 1, "Clear"};
-inline constexpr Row copyright    {"copyright",    "",          6,   72,  488, 16,  7, 0, 0, 1, kAttribution};
-inline constexpr Row tfld         {"tfld",         "",          369, 237, 80,  22,  8, 0, 0, 0, ""};
-inline constexpr Row pfld         {"pfld",         "",          369, 287, 80,  22,  9, 0, 0, 0, ""};
-inline constexpr Row dtail        {"dtail",        "",          370, 309, 80,  20, 10, 1, 0, 0, "two-tailed"};
-inline constexpr Row IBtn         {"IBtn",         "",          23,  130, 150, 18, 12, 1, 1, 1, "Independent Means", kFree};
-inline constexpr Row RBtn         {"RBtn",         "",          190, 130, 115, 18, 13, 1, 1, 1, "Related Means", kFree};
-inline constexpr Row typeBox      {"typeBox",      "",          19,  123, 300, 32, 14, 1, 1, 1, ""};
-inline constexpr Row ttext        {"ttext",        "",          369, 258, 80,  18, 15, 0, 0, 0, "t"};
-inline constexpr Row dfFld        {"dfFld",        "",          369, 192, 80,  22, 16, 0, 0, 0, ""};
-inline constexpr Row dfText       {"dfText",       "",          369, 214, 80,  18, 17, 0, 0, 0, "df"};
-inline constexpr Row StaticText5  {"StaticText5",  "",          283, 338, 12,  20, 18, 1, 1, 1, "Untitled"};
-inline constexpr Row PushButton1  {"PushButton1",  "",          226, 360, 50,  30, 19, 1, 1, 1, "?", kTopLeft};
-// clang-format on
+inline constexpr Plain kPlain{};
+
+// One row per control of the table, named as the control.
+#define KORVANE_ROW(name, Class, place, look, spoken) \
+    inline constexpr Row name{#name, KORVANE_PLACE place};
+KORVANE_CONTROLS(KORVANE_ROW)
+#undef KORVANE_ROW
 
 using namespace platform::rec;
 
@@ -156,16 +136,16 @@ constexpr auto TextFieldRecord() {
         Str("DataField", ""), Str("InitialParent", R.parent));
 }
 
-template <const Row& R, bool Bold>
+template <const Row& R, const FrameStyle& S>
 constexpr auto GroupBoxRecord() {
     return PLATFORM_RECORD(Placement<R>(), TabOrder<R>(), Str("Caption", R.text),
                            Bool("Enabled", R.enabled), Str("Tooltip", ""), Bool("Transparent", 1),
-                           Bool("Visible", R.visible), Bool("Bold", Bold), Bool("Italic", 0),
+                           Bool("Visible", R.visible), Bool("Bold", S.bold), Bool("Italic", 0),
                            Str("FontName", "System"), Bool("Underline", 0), Single("FontSize", 12),
                            Enum8("FontUnit", 0), Str("InitialParent", R.parent));
 }
 
-template <const Row& R>
+template <const Row& R, const Plain&>
 constexpr auto SeparatorRecord() {
     return PLATFORM_RECORD(
         Bool("AllowAutoDeactivate", 1), Str("Tooltip", ""), Bool("Transparent", 1), Placement<R>(),
@@ -174,7 +154,7 @@ constexpr auto SeparatorRecord() {
 }
 
 // Transparent stands twice in a canvas record, both times true.
-template <const Row& R>
+template <const Row& R, const Plain&>
 constexpr auto CanvasRecord() {
     return PLATFORM_RECORD(Placement<R>(), TabOrder<R>(), Bool("Enabled", R.enabled),
                            Str("Tooltip", ""), Bool("AllowFocusRing", 1),
@@ -194,7 +174,7 @@ constexpr auto PushButtonRecord() {
         Bool("Italic", 0), Bool("Underline", 0), Str("InitialParent", R.parent));
 }
 
-template <const Row& R>
+template <const Row& R, const Plain&>
 constexpr auto RadioButtonRecord() {
     return PLATFORM_RECORD(
         Placement<R>(), TabOrder<R>(), Str("Caption", R.text), Bool("Enabled", R.enabled),
@@ -221,41 +201,12 @@ inline constexpr auto ControlWnd = PLATFORM_RECORD(
 
 using namespace layout;
 
-// clang-format off
-inline constexpr auto n2text        = LabelRecord<layout::n2text, kEntryCaption>();
-inline constexpr auto rfld          = TextFieldRecord<layout::rfld, kEntry>();
-inline constexpr auto GroupBox2     = GroupBoxRecord<layout::GroupBox2, false>();
-inline constexpr auto m2fld         = TextFieldRecord<layout::m2fld, kEntry>();
-inline constexpr auto sd2fld        = TextFieldRecord<layout::sd2fld, kEntry>();
-inline constexpr auto n2fld         = TextFieldRecord<layout::n2fld, kEntry>();
-inline constexpr auto StaticText3   = LabelRecord<layout::StaticText3, kEntryCaption>();
-inline constexpr auto StaticText4   = LabelRecord<layout::StaticText4, kEntryCaption>();
-inline constexpr auto Sep2          = SeparatorRecord<layout::Sep2>();
-inline constexpr auto rtext         = LabelRecord<layout::rtext, kEntryCaption>();
-inline constexpr auto GroupBox1     = GroupBoxRecord<layout::GroupBox1, false>();
-inline constexpr auto m1fld         = TextFieldRecord<layout::m1fld, kEntry>();
-inline constexpr auto sd1fld        = TextFieldRecord<layout::sd1fld, kEntry>();
-inline constexpr auto n1fld         = TextFieldRecord<layout::n1fld, kEntry>();
-inline constexpr auto StaticText1   = LabelRecord<layout::StaticText1, kEntryCaption>();
-inline constexpr auto StaticText2   = LabelRecord<layout::StaticText2, kEntryCaption>();
-inline constexpr auto StaticText7   = LabelRecord<layout::StaticText7, kEntryCaption>();
-inline constexpr auto Sep1          = SeparatorRecord<layout::Sep1>();
-inline constexpr auto HalbrineTitle = CanvasRecord<layout::HalbrineTitle>();
-inline constexpr auto CalcBtn       = PushButtonRecord<layout::CalcBtn, kPlainButton>();
-inline constexpr auto ClearBtn      = PushButtonRecord<layout::ClearBtn, kPlainButton>();
-inline constexpr auto copyright     = LabelRecord<layout::copyright, kAttributionStyle>();
-inline constexpr auto tfld          = TextFieldRecord<layout::tfld, kResult>();
-inline constexpr auto pfld          = TextFieldRecord<layout::pfld, kResult>();
-inline constexpr auto dtail         = LabelRecord<layout::dtail, kTailCaption>();
-inline constexpr auto IBtn          = RadioButtonRecord<layout::IBtn>();
-inline constexpr auto RBtn          = RadioButtonRecord<layout::RBtn>();
-inline constexpr auto typeBox       = GroupBoxRecord<layout::typeBox, true>();
-inline constexpr auto ttext         = LabelRecord<layout::ttext, kResultCaption>();
-inline constexpr auto dfFld         = TextFieldRecord<layout::dfFld, kResultDf>();
-inline constexpr auto dfText        = LabelRecord<layout::dfText, kResultCaption>();
-inline constexpr auto StaticText5   = LabelRecord<layout::StaticText5, kWhiteOnWhite>();
-inline constexpr auto PushButton1   = PushButtonRecord<layout::PushButton1, kHelpButton>();
-// clang-format on
+// One record per control, made by its class's shape template (LabelRecord, ...) from its row
+// and look.
+#define KORVANE_RECORD(name, Class, place, look, spoken) \
+    inline constexpr auto name = Class##Record<layout::name, look>();
+KORVANE_CONTROLS(KORVANE_RECORD)
+#undef KORVANE_RECORD
 
 }  // namespace records
 

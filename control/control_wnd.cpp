@@ -1,6 +1,8 @@
 #include "control/control_wnd.h"
 
-#include <array>
+#include <algorithm>
+#include <iterator>
+#include <string_view>
 
 #include "control/control_records.h"
 #include "platform/core/delegate.h"
@@ -17,12 +19,6 @@ namespace korvane {
 
 using platform::Canvas;
 using platform::Delegate;
-using platform::GroupBox;
-using platform::Label;
-using platform::PushButton;
-using platform::RadioButton;
-using platform::Separator;
-using platform::TextField;
 
 // The bar goes in before the record, so the window's first show already carries it.
 void ControlWnd::Layout() {
@@ -30,13 +26,11 @@ void ControlWnd::Layout() {
     platform::ApplyRecord(*this, records::ControlWnd.view());
 }
 
-// One control of the window, in creation order: how it is made, its name, its record, and the
-// handlers it gets once the record is in (before the next control exists).
+// One control of the window, in creation order: how it is made, its name and its record.
 struct ControlWnd::Part {
     platform::Object& (ControlWnd::*make)(const std::string& name);
     const char* name;
     std::string_view record;
-    void (*wire)(ControlWnd& window);
 };
 
 template <class C>
@@ -44,68 +38,61 @@ platform::Object& ControlWnd::Make(const std::string& name) {
     return Create<C>(name);
 }
 
-// The picture goes in before the record.
-platform::Object& ControlWnd::MakeTitle(const std::string& name) {
+// The form's one canvas is its title: the picture goes in before the record.
+template <>
+platform::Object& ControlWnd::Make<Canvas>(const std::string& name) {
     Create<Canvas>(name).Backdrop(tlarge());
     return Named<Canvas>(name);
 }
 
+namespace {
+
+using W = ControlWnd;
+
+// The handlers a control gets once its record is in, before the next control exists, in the
+// order they stand here.
+struct Wiring {
+    std::string_view control;
+    void (*attach)(ControlWnd& window);
+};
+constexpr Wiring kWiring[] = {
+    {"m2fld", [](W& w) { w.m2fld().KeyDown = Delegate(w, &W::m2fld_KeyDown); }},
+    {"sd2fld", [](W& w) { w.sd2fld().KeyDown = Delegate(w, &W::sd2fld_KeyDown); }},
+    {"m1fld", [](W& w) { w.m1fld().KeyDown = Delegate(w, &W::m1fld_KeyDown); }},
+    {"sd1fld", [](W& w) { w.sd1fld().KeyDown = Delegate(w, &W::sd1fld_KeyDown); }},
+    {"HalbrineTitle",
+     [](W& w) { w.HalbrineTitle().MouseExit = Delegate(w, &W::HalbrineTitle_MouseExit); }},
+    {"HalbrineTitle",
+     [](W& w) { w.HalbrineTitle().MouseEnter = Delegate(w, &W::HalbrineTitle_MouseEnter); }},
+    {"CalcBtn", [](W& w) { w.CalcBtn().Action = Delegate(w, &W::CalcBtn_Action); }},
+    {"ClearBtn", [](W& w) { w.ClearBtn().Action = Delegate(w, &W::ClearBtn_Action); }},
+    {"IBtn", [](W& w) { w.IBtn().Action = Delegate(w, &W::IBtn_Action); }},
+    {"RBtn", [](W& w) { w.RBtn().Action = Delegate(w, &W::RBtn_Action); }},
+    {"typeBox", [](W& w) { w.typeBox().MouseDown = Delegate(w, &W::typeBox_MouseDown); }},
+    {"PushButton1",
+     [](W& w) { w.PushButton1().MouseDown = Delegate(w, &W::PushButton1_MouseDown); }},
+};
+
+// A wiring row for a control the table does not have would never be attached.
+constexpr bool WiresOnlyControlsOfTheTable() {
+    return std::ranges::all_of(kWiring, [](const Wiring& wiring) {
+        return std::ranges::find(W::kControlNames, wiring.control) != std::end(W::kControlNames);
+    });
+}
+static_assert(WiresOnlyControlsOfTheTable());
+
+}  // namespace
+
 void ControlWnd::CreateControls() {
-    using W = ControlWnd;
-    namespace r = records;
-    // clang-format off
-    static constexpr std::array<Part, 33> kParts{{
-        {&W::Make<Label>, "n2text", r::n2text.view(), nullptr},
-        {&W::Make<TextField>, "rfld", r::rfld.view(), nullptr},
-        {&W::Make<GroupBox>, "GroupBox2", r::GroupBox2.view(), nullptr},
-        {&W::Make<TextField>, "m2fld", r::m2fld.view(), [](W& w) {
-            w.m2fld().KeyDown = Delegate(w, &W::m2fld_KeyDown); }},
-        {&W::Make<TextField>, "sd2fld", r::sd2fld.view(), [](W& w) {
-            w.sd2fld().KeyDown = Delegate(w, &W::sd2fld_KeyDown); }},
-        {&W::Make<TextField>, "n2fld", r::n2fld.view(), nullptr},
-        {&W::Make<Label>, "StaticText3", r::StaticText3.view(), nullptr},
-        {&W::Make<Label>, "StaticText4", r::StaticText4.view(), nullptr},
-        {&W::Make<Separator>, "Sep2", r::Sep2.view(), nullptr},
-        {&W::Make<Label>, "rtext", r::rtext.view(), nullptr},
-        {&W::Make<GroupBox>, "GroupBox1", r::GroupBox1.view(), nullptr},
-        {&W::Make<TextField>, "m1fld", r::m1fld.view(), [](W& w) {
-            w.m1fld().KeyDown = Delegate(w, &W::m1fld_KeyDown); }},
-        {&W::Make<TextField>, "sd1fld", r::sd1fld.view(), [](W& w) {
-            w.sd1fld().KeyDown = Delegate(w, &W::sd1fld_KeyDown); }},
-        {&W::Make<TextField>, "n1fld", r::n1fld.view(), nullptr},
-        {&W::Make<Label>, "StaticText1", r::StaticText1.view(), nullptr},
-        {&W::Make<Label>, "StaticText2", r::StaticText2.view(), nullptr},
-        {&W::Make<Label>, "StaticText7", r::StaticText7.view(), nullptr},
-        {&W::Make<Separator>, "Sep1", r::Sep1.view(), nullptr},
-        {&W::MakeTitle, "HalbrineTitle", r::HalbrineTitle.view(), [](W& w) {
-            w.HalbrineTitle().MouseExit = Delegate(w, &W::HalbrineTitle_MouseExit);
-            w.HalbrineTitle().MouseEnter = Delegate(w, &W::HalbrineTitle_MouseEnter); }},
-        {&W::Make<PushButton>, "CalcBtn", r::CalcBtn.view(), [](W& w) {
-            w.CalcBtn().Action = Delegate(w, &W::CalcBtn_Action); }},
-        {&W::Make<PushButton>, "ClearBtn", r::ClearBtn.view(), [](W& w) {
-            w.ClearBtn().Action = Delegate(w, &W::ClearBtn_Action); }},
-        {&W::Make<Label>, "copyright", r::copyright.view(), nullptr},
-        {&W::Make<TextField>, "tfld", r::tfld.view(), nullptr},
-        {&W::Make<TextField>, "pfld", r::pfld.view(), nullptr},
-        {&W::Make<Label>, "dtail", r::dtail.view(), nullptr},
-        {&W::Make<RadioButton>, "IBtn", r::IBtn.view(), [](W& w) {
-            w.IBtn().Action = Delegate(w, &W::IBtn_Action); }},
-        {&W::Make<RadioButton>, "RBtn", r::RBtn.view(), [](W& w) {
-            w.RBtn().Action = Delegate(w, &W::RBtn_Action); }},
-        {&W::Make<GroupBox>, "typeBox", r::typeBox.view(), [](W& w) {
-            w.typeBox().MouseDown = Delegate(w, &W::typeBox_MouseDown); }},
-        {&W::Make<Label>, "ttext", r::ttext.view(), nullptr},
-        {&W::Make<TextField>, "dfFld", r::dfFld.view(), nullptr},
-        {&W::Make<Label>, "dfText", r::dfText.view(), nullptr},
-        {&W::Make<Label>, "StaticText5", r::StaticText5.view(), nullptr},
-        {&W::Make<PushButton>, "PushButton1", r::PushButton1.view(), [](W& w) {
-            w.PushButton1().MouseDown = Delegate(w, &W::PushButton1_MouseDown); }},
-    }};
-    // clang-format on
+#define KORVANE_PART(name, Class, ...) {&W::Make<platform::Class>, #name, records::name.view()},
+    static constexpr Part kParts[] = {KORVANE_CONTROLS(KORVANE_PART)};
+#undef KORVANE_PART
     for (const Part& part : kParts) {
         platform::ApplyRecord((this->*part.make)(part.name), part.record);
-        if (part.wire != nullptr) {
-            part.wire(*this);
+        for (const Wiring& wiring : kWiring) {
+            if (wiring.control == part.name) {
+                wiring.attach(*this);
+            }
         }
     }
     NameControlsForScreenReaders();
@@ -116,24 +103,15 @@ void ControlWnd::CreateControls() {
 void ControlWnd::NameControlsForScreenReaders() {
     struct Spoken {
         const char* control;
-        const char* name;
+        std::string_view name;
     };
-    static constexpr std::array<Spoken, 12> kSpoken{{
-        {"m1fld", "Mean of sample 1"},
-        {"sd1fld", "Standard deviation of sample 1"},
-        {"n1fld", "N of sample 1, or number of pairs"},
-        {"m2fld", "Mean of sample 2"},
-        {"sd2fld", "Standard deviation of sample 2"},
-        {"n2fld", "N of sample 2"},
-        {"rfld", "Correlation r between the samples"},
-        {"tfld", "t"},
-        {"dfFld", "Degrees of freedom"},
-        {"pfld", "Probability, two-tailed"},
-        {"typeBox", "Kind of t-test"},
-        {"PushButton1", "Show the t-test information"},
-    }};
+#define KORVANE_SPOKEN(name, Class, place, look, spoken) {#name, spoken},
+    static constexpr Spoken kSpoken[] = {KORVANE_CONTROLS(KORVANE_SPOKEN)};
+#undef KORVANE_SPOKEN
     for (const Spoken& spoken : kSpoken) {
-        Named<platform::RectControl>(spoken.control).AccessibleName(spoken.name);
+        if (!spoken.name.empty()) {
+            Named<platform::RectControl>(spoken.control).AccessibleName(std::string(spoken.name));
+        }
     }
     // Tab does not reach the results, and they appear where the user is not: a screen reader
     // says them as the form shows them, with the captions under them, once a calculation has
@@ -145,41 +123,12 @@ void ControlWnd::NameControlsForScreenReaders() {
                                 {"p", string(layout::pfld.name), string(layout::dtail.text)}});
 }
 
-// clang-format off
-Label& ControlWnd::n2text() { return Named<Label>("n2text"); }
-TextField& ControlWnd::rfld() { return Named<TextField>("rfld"); }
-GroupBox& ControlWnd::GroupBox2() { return Named<GroupBox>("GroupBox2"); }
-TextField& ControlWnd::m2fld() { return Named<TextField>("m2fld"); }
-TextField& ControlWnd::sd2fld() { return Named<TextField>("sd2fld"); }
-TextField& ControlWnd::n2fld() { return Named<TextField>("n2fld"); }
-Label& ControlWnd::StaticText3() { return Named<Label>("StaticText3"); }
-Label& ControlWnd::StaticText4() { return Named<Label>("StaticText4"); }
-Separator& ControlWnd::Sep2() { return Named<Separator>("Sep2"); }
-Label& ControlWnd::rtext() { return Named<Label>("rtext"); }
-GroupBox& ControlWnd::GroupBox1() { return Named<GroupBox>("GroupBox1"); }
-TextField& ControlWnd::m1fld() { return Named<TextField>("m1fld"); }
-TextField& ControlWnd::sd1fld() { return Named<TextField>("sd1fld"); }
-TextField& ControlWnd::n1fld() { return Named<TextField>("n1fld"); }
-Label& ControlWnd::StaticText1() { return Named<Label>("StaticText1"); }
-Label& ControlWnd::StaticText2() { return Named<Label>("StaticText2"); }
-Label& ControlWnd::StaticText7() { return Named<Label>("StaticText7"); }
-Separator& ControlWnd::Sep1() { return Named<Separator>("Sep1"); }
-Canvas& ControlWnd::HalbrineTitle() { return Named<Canvas>("HalbrineTitle"); }
-PushButton& ControlWnd::CalcBtn() { return Named<PushButton>("CalcBtn"); }
-PushButton& ControlWnd::ClearBtn() { return Named<PushButton>("ClearBtn"); }
-Label& ControlWnd::copyright() { return Named<Label>("copyright"); }
-TextField& ControlWnd::tfld() { return Named<TextField>("tfld"); }
-TextField& ControlWnd::pfld() { return Named<TextField>("pfld"); }
-Label& ControlWnd::dtail() { return Named<Label>("dtail"); }
-RadioButton& ControlWnd::IBtn() { return Named<RadioButton>("IBtn"); }
-RadioButton& ControlWnd::RBtn() { return Named<RadioButton>("RBtn"); }
-GroupBox& ControlWnd::typeBox() { return Named<GroupBox>("typeBox"); }
-Label& ControlWnd::ttext() { return Named<Label>("ttext"); }
-TextField& ControlWnd::dfFld() { return Named<TextField>("dfFld"); }
-Label& ControlWnd::dfText() { return Named<Label>("dfText"); }
-Label& ControlWnd::StaticText5() { return Named<Label>("StaticText5"); }
-PushButton& ControlWnd::PushButton1() { return Named<PushButton>("PushButton1"); }
-// clang-format on
+#define KORVANE_ACCESSOR(name, Class, ...)    \
+    platform::Class& ControlWnd::name() {     \
+        return Named<platform::Class>(#name); \
+    }
+KORVANE_CONTROLS(KORVANE_ACCESSOR)
+#undef KORVANE_ACCESSOR
 
 // The item of that name anywhere in the window's bar, cast to its class.
 template <class Item>

@@ -1,14 +1,16 @@
 // The control window: the form on which the user chooses the test, types the statistics,
-// presses Calculate and reads t, df and p. Its 33 controls come from layout records
-// (control_records.h), are reached by name at each use through the accessors below, and are
-// wired to the handlers in table order (control_wnd.cpp). The handlers live in
+// presses Calculate and reads t, df and p. Its controls are the rows of control_table.h, made
+// from layout records (control_records.h), reached by name at each use through the accessors
+// below, and wired to the handlers in table order (control_wnd.cpp). The handlers live in
 // control_handlers.cpp; the Calculate command itself is the statistics engine's, reached through
 // a WindowPanel over this window.
 #pragma once
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
+#include "control/control_table.h"
 #include "platform/qt/menu.h"
 #include "platform/qt/window.h"
 
@@ -31,40 +33,14 @@ class ControlWnd : public platform::WindowClass<ControlWnd> {
     void Layout() override;
     void CreateControls() override;
 
-    // The controls, in creation order.
-    platform::Label& n2text();
-    platform::TextField& rfld();
-    platform::GroupBox& GroupBox2();
-    platform::TextField& m2fld();
-    platform::TextField& sd2fld();
-    platform::TextField& n2fld();
-    platform::Label& StaticText3();
-    platform::Label& StaticText4();
-    platform::Separator& Sep2();
-    platform::Label& rtext();
-    platform::GroupBox& GroupBox1();
-    platform::TextField& m1fld();
-    platform::TextField& sd1fld();
-    platform::TextField& n1fld();
-    platform::Label& StaticText1();
-    platform::Label& StaticText2();
-    platform::Label& StaticText7();
-    platform::Separator& Sep1();
-    platform::Canvas& HalbrineTitle();
-    platform::PushButton& CalcBtn();
-    platform::PushButton& ClearBtn();
-    platform::Label& copyright();
-    platform::TextField& tfld();
-    platform::TextField& pfld();
-    platform::Label& dtail();
-    platform::RadioButton& IBtn();
-    platform::RadioButton& RBtn();
-    platform::GroupBox& typeBox();
-    platform::Label& ttext();
-    platform::TextField& dfFld();
-    platform::Label& dfText();
-    platform::Label& StaticText5();
-    platform::PushButton& PushButton1();
+    // One accessor per control of the table, named as the control and typed as its class.
+#define KORVANE_ACCESSOR(name, Class, ...) platform::Class& name();
+    KORVANE_CONTROLS(KORVANE_ACCESSOR)
+#undef KORVANE_ACCESSOR
+    // The names of the controls, in creation order.
+#define KORVANE_NAME(name, ...) #name,
+    static constexpr std::string_view kControlNames[] = {KORVANE_CONTROLS(KORVANE_NAME)};
+#undef KORVANE_NAME
 
     // Control events.
     bool m2fld_KeyDown(platform::TextField& field, const std::string& key);
@@ -117,7 +93,6 @@ class ControlWnd : public platform::WindowClass<ControlWnd> {
     struct Part;
     template <class C>
     platform::Object& Make(const std::string& name);
-    platform::Object& MakeTitle(const std::string& name);
     template <class Item>
     Item& MenuItemNamed(const std::string& name) const;
     void ShowCommonEntryControls();

@@ -11,6 +11,8 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,16 +29,22 @@ namespace messages = korvane::messages;
 using fuzz::Require;
 using platform::Val;
 
+// The fields the command reads, in the order of their blank checks, with the message a blank
+// one gets.
+struct Entry {
+    const char* field;
+    const char* blankMessage;
+};
 enum Field { kM1, kM2, kSd1, kSd2, kN1, kN2, kR };
-constexpr std::array<const char*, 7> kFields{"m1fld", "m2fld", "sd1fld", "sd2fld",
-                                             "n1fld", "n2fld", "rfld"};
-constexpr std::array<const char*, 7> kBlank{
-    messages::kMean1, messages::kMean2,           messages::kSd1, messages::kSd2, messages::kN1,
-    messages::kN2,    messages::kCorrelationBlank};
+constexpr Entry kEntries[] = {
+    {"m1fld", messages::kMean1},          {"m2fld", messages::kMean2}, {"sd1fld", messages::kSd1},
+    {"sd2fld", messages::kSd2},           {"n1fld", messages::kN1},    {"n2fld", messages::kN2},
+    {"rfld", messages::kCorrelationBlank}};
+static_assert(std::size(kEntries) == kR + 1, "one entry for each field of the enumeration");
 
 struct Input {
     std::int64_t btn = 0;
-    std::array<std::string, 7> texts;  // in the order of kFields
+    std::array<std::string, std::size(kEntries)> texts;  // in the order of kEntries
 };
 
 Input Decode(std::string_view bytes) {
@@ -74,7 +82,8 @@ std::vector<std::string> Refusal(const Input& in) {
     }
     for (int i = kM1; i <= kR; ++i) {
         if (i != (related ? kN2 : kR) && in.texts[i].empty()) {
-            return {std::string("MsgBox:") + kBlank[i], kFields[i] + std::string(".SetFocus")};
+            return {std::string("MsgBox:") + kEntries[i].blankMessage,
+                    kEntries[i].field + std::string(".SetFocus")};
         }
     }
     const char* nMessage = related ? messages::kPairedN : messages::kIndependentN;
@@ -88,6 +97,19 @@ std::vector<std::string> Refusal(const Input& in) {
         return {std::string("MsgBox:") + nMessage, "n2fld.SetFocus"};
     }
     return {};
+}
+
+// Names on stderr the first write that differs from what was expected, then checks they agree.
+void RequireWrites(const std::vector<std::string>& writes, const std::vector<std::string>& expected,
+                   const char* what) {
+    const auto [got, want] = std::ranges::mismatch(writes, expected);
+    if (got != writes.end() || want != expected.end()) {
+        std::fprintf(stderr, "write %zu is \"%s\", expected \"%s\"\n",
+                     static_cast<std::size_t>(got - writes.begin()) + 1,
+                     got == writes.end() ? "(none)" : got->c_str(),
+                     want == expected.end() ? "(none)" : want->c_str());
+    }
+    Require(got == writes.end() && want == expected.end(), what);
 }
 
 void CheckResult(const Input& in, const std::string& p, const std::string& t,
@@ -111,8 +133,8 @@ void CheckResult(const Input& in, const std::string& p, const std::string& t,
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const Input input = Decode({reinterpret_cast<const char*>(data), size});
     korvane::testing::MapPanel panel;
-    for (std::size_t i = 0; i < kFields.size(); ++i) {
-        panel.texts[kFields[i]] = input.texts[i];
+    for (std::size_t i = 0; i < std::size(kEntries); ++i) {
+        panel.texts[kEntries[i].field] = input.texts[i];
     }
     korvane::Globals::btn = input.btn;
     try {
@@ -122,21 +144,22 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     Require(korvane::Globals::btn == input.btn, "the command leaves btn alone");
     if (!panel.messages.empty()) {
-        Require(panel.Writes() == Refusal(input),
-                "a refusal shows the first failing check's message and moves the focus, no more");
+        RequireWrites(
+            panel.Writes(), Refusal(input),
+            "a refusal shows the first failing check's message and moves the focus, no more");
         return 0;
     }
     Require(Refusal(input).empty(), "every check passed");
     const std::string& p = panel.texts.at("pfld");
     const std::string& t = panel.texts.at("tfld");
     const std::string& df = panel.texts.at("dfFld");
-    Require(panel.Writes() ==
-                std::vector<std::string>{"pfld.Enabled=1", "pfld.Visible=1", "pfld.Text=" + p,
-                                         "dtail.Visible=1", "tfld.Enabled=1", "tfld.Visible=1",
-                                         "tfld.Text=" + t, "ttext.Enabled=1", "ttext.Visible=1",
-                                         "dfFld.Enabled=1", "dfFld.Visible=1", "dfFld.Text=" + df,
-                                         "dfText.Enabled=1", "dfText.Visible=1"},
-            "the result step writes the three results and labels only");
+    RequireWrites(panel.Writes(),
+                  std::vector<std::string>{"pfld.Enabled=1", "pfld.Visible=1", "pfld.Text=" + p,
+                                           "dtail.Visible=1", "tfld.Enabled=1", "tfld.Visible=1",
+                                           "tfld.Text=" + t, "ttext.Enabled=1", "ttext.Visible=1",
+                                           "dfFld.Enabled=1", "dfFld.Visible=1", "dfFld.Text=" + df,
+                                           "dfText.Enabled=1", "dfText.Visible=1"},
+                  "the result step writes the three results and labels only");
     CheckResult(input, p, t, df);
     return 0;
 }

@@ -5,6 +5,7 @@
 #include <QEnterEvent>
 #include <QPointer>
 #include <QTimer>
+#include <algorithm>
 #include <functional>
 #include <set>
 #include <string>
@@ -61,12 +62,23 @@ std::vector<std::string> WiredEvents(const platform::Control& control) {
 
 using EventsTest = FormFixture;
 
+// Where two lists of steps part: the first step that differs, or nothing when none does.
+std::string FirstDifference(const std::vector<std::string>& actual,
+                            const std::vector<std::string>& expected) {
+    const auto [got, want] = std::ranges::mismatch(actual, expected);
+    if (got == actual.end() && want == expected.end())
+        return "";
+    return "step " + std::to_string(got - actual.begin() + 1) + " is " +
+           (got == actual.end() ? "missing" : *got) + ", not " +
+           (want == expected.end() ? "expected at all" : *want);
+}
+
 TEST_F(EventsTest, EachControlIsCreatedAndWiredBeforeTheNext) {
-    std::string order;
+    std::vector<std::string> order;
     std::set<std::string> seen;
     auto note = [&](const std::string& step) {
         if (seen.insert(step).second)
-            order += (order.empty() ? "" : " ") + step;
+            order.push_back(step);
     };
     AtEveryFailingStep(
         [] { platform::DestroyAllWindows(); }, [] { ControlWnd::Instance(); },
@@ -78,13 +90,18 @@ TEST_F(EventsTest, EachControlIsCreatedAndWiredBeforeTheNext) {
                     note(event);
             }
         });
-    EXPECT_EQ(order,
-              "n2text rfld GroupBox2 m2fld m2fld.KeyDown sd2fld sd2fld.KeyDown n2fld StaticText3 "
-              "StaticText4 Sep2 rtext GroupBox1 m1fld m1fld.KeyDown sd1fld sd1fld.KeyDown n1fld "
-              "StaticText1 StaticText2 StaticText7 Sep1 HalbrineTitle HalbrineTitle.MouseExit "
-              "HalbrineTitle.MouseEnter CalcBtn CalcBtn.Action ClearBtn ClearBtn.Action copyright "
-              "tfld pfld dtail IBtn IBtn.Action RBtn RBtn.Action typeBox typeBox.MouseDown ttext "
-              "dfFld dfText StaticText5 PushButton1 PushButton1.MouseDown");
+    // clang-format off
+    const std::vector<std::string> expected{
+        "n2text", "rfld", "GroupBox2", "m2fld", "m2fld.KeyDown", "sd2fld", "sd2fld.KeyDown",
+        "n2fld", "StaticText3", "StaticText4", "Sep2", "rtext", "GroupBox1", "m1fld",
+        "m1fld.KeyDown", "sd1fld", "sd1fld.KeyDown", "n1fld", "StaticText1", "StaticText2",
+        "StaticText7", "Sep1", "HalbrineTitle", "HalbrineTitle.MouseExit",
+        "HalbrineTitle.MouseEnter", "CalcBtn", "CalcBtn.Action", "ClearBtn", "ClearBtn.Action",
+        "copyright", "tfld", "pfld", "dtail", "IBtn", "IBtn.Action", "RBtn", "RBtn.Action",
+        "typeBox", "typeBox.MouseDown", "ttext", "dfFld", "dfText", "StaticText5", "PushButton1",
+        "PushButton1.MouseDown"};
+    // clang-format on
+    EXPECT_EQ(FirstDifference(order, expected), "");
 }
 
 // The about window goes before the chosen test is forgotten: a failure in between leaves both.

@@ -140,7 +140,8 @@ TEST_F(WindowTest, AFailureInAnyHandlerIsReportedAndEndsTheRunWithStatus1) {
 
     platform::_RuntimeRun();  // returns only because the run ended
 
-    EXPECT_EQ(failures, (Lines{"NilObjectException", "NilObjectException", "not a runtime failure"}));
+    EXPECT_EQ(failures,
+              (Lines{"NilObjectException", "NilObjectException", "not a runtime failure"}));
     EXPECT_EQ(platform::RuntimeExit(), 1);
 }
 
