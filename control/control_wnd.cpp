@@ -55,23 +55,26 @@ struct Wiring {
     std::string_view control;
     void (*attach)(ControlWnd& window);
 };
+// One row: the control's event gets the handler named <control>_<event>.
+// clang-format off
+#define KORVANE_WIRE(control, event) \
+    Wiring{#control, [](W& w) { w.control().event = Delegate(w, &W::control##_##event); }}
+// clang-format on
 constexpr Wiring kWiring[] = {
-    {"m2fld", [](W& w) { w.m2fld().KeyDown = Delegate(w, &W::m2fld_KeyDown); }},
-    {"sd2fld", [](W& w) { w.sd2fld().KeyDown = Delegate(w, &W::sd2fld_KeyDown); }},
-    {"m1fld", [](W& w) { w.m1fld().KeyDown = Delegate(w, &W::m1fld_KeyDown); }},
-    {"sd1fld", [](W& w) { w.sd1fld().KeyDown = Delegate(w, &W::sd1fld_KeyDown); }},
-    {"HalbrineTitle",
-     [](W& w) { w.HalbrineTitle().MouseExit = Delegate(w, &W::HalbrineTitle_MouseExit); }},
-    {"HalbrineTitle",
-     [](W& w) { w.HalbrineTitle().MouseEnter = Delegate(w, &W::HalbrineTitle_MouseEnter); }},
-    {"CalcBtn", [](W& w) { w.CalcBtn().Action = Delegate(w, &W::CalcBtn_Action); }},
-    {"ClearBtn", [](W& w) { w.ClearBtn().Action = Delegate(w, &W::ClearBtn_Action); }},
-    {"IBtn", [](W& w) { w.IBtn().Action = Delegate(w, &W::IBtn_Action); }},
-    {"RBtn", [](W& w) { w.RBtn().Action = Delegate(w, &W::RBtn_Action); }},
-    {"typeBox", [](W& w) { w.typeBox().MouseDown = Delegate(w, &W::typeBox_MouseDown); }},
-    {"PushButton1",
-     [](W& w) { w.PushButton1().MouseDown = Delegate(w, &W::PushButton1_MouseDown); }},
+    KORVANE_WIRE(m2fld, KeyDown),
+    KORVANE_WIRE(sd2fld, KeyDown),
+    KORVANE_WIRE(m1fld, KeyDown),
+    KORVANE_WIRE(sd1fld, KeyDown),
+    KORVANE_WIRE(HalbrineTitle, MouseExit),
+    KORVANE_WIRE(HalbrineTitle, MouseEnter),
+    KORVANE_WIRE(CalcBtn, Action),
+    KORVANE_WIRE(ClearBtn, Action),
+    KORVANE_WIRE(IBtn, Action),
+    KORVANE_WIRE(RBtn, Action),
+    KORVANE_WIRE(typeBox, MouseDown),
+    KORVANE_WIRE(PushButton1, MouseDown),
 };
+#undef KORVANE_WIRE
 
 // A wiring row for a control the table does not have would never be attached.
 constexpr bool WiresOnlyControlsOfTheTable() {

@@ -19,10 +19,18 @@ T& ForThisApplication() {
     return *one;
 }
 
-// An application-wide event filter: every event of the application passes eventFilter first.
+// An application-wide watcher: every event of the application is shown to See before it reaches
+// its receiver, which still gets it.
 class ApplicationFilter : public QObject {
   protected:
     explicit ApplicationFilter(QObject* app) : QObject(app) { app->installEventFilter(this); }
+    virtual void See(QObject* watched, QEvent* event) = 0;
+
+  private:
+    bool eventFilter(QObject* watched, QEvent* event) final {
+        See(watched, event);
+        return false;
+    }
 };
 
 }  // namespace platform::qt

@@ -24,37 +24,28 @@ class PointerWatcher : public ApplicationFilter {
   public:
     void Follow(CanvasWidget& canvas) { canvases_.emplace_back(&canvas); }
 
-  protected:
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        if (watched->isWindowType()) {
-            switch (event->type()) {
-                case QEvent::MouseMove:
-                    PointerAt(watched, static_cast<QMouseEvent*>(event)->position());
-                    break;
-                case QEvent::Enter:
-                    PointerAt(watched, static_cast<QEnterEvent*>(event)->position());
-                    break;
-                case QEvent::Leave:
-                    PointerAt(watched, std::nullopt);
-                    break;
-                case QEvent::WindowBlocked:
-                    blocked_.insert(watched);
-                    break;
-                case QEvent::WindowUnblocked:
-                    if (blocked_.remove(watched)) {
-                        PointerAt(watched, PointerIn(*static_cast<QWindow*>(watched)));
-                    }
-                    break;
-                default:
-                    break;
-            }
-        }
-        return QObject::eventFilter(watched, event);
-    }
-
   private:
     friend PointerWatcher& ForThisApplication<PointerWatcher>();
     using ApplicationFilter::ApplicationFilter;
+
+    // Only the window's own events: a widget's Enter and Leave may be made up by Qt.
+    void See(QObject* watched, QEvent* event) override {
+        if (!watched->isWindowType()) {
+            return;
+        }
+        const QEvent::Type type = event->type();
+        if (type == QEvent::MouseMove) {
+            PointerAt(watched, static_cast<QMouseEvent*>(event)->position());
+        } else if (type == QEvent::Enter) {
+            PointerAt(watched, static_cast<QEnterEvent*>(event)->position());
+        } else if (type == QEvent::Leave) {
+            PointerAt(watched, std::nullopt);
+        } else if (type == QEvent::WindowBlocked) {
+            blocked_.insert(watched);
+        } else if (type == QEvent::WindowUnblocked && blocked_.remove(watched)) {
+            PointerAt(watched, PointerIn(*static_cast<QWindow*>(watched)));
+        }
+    }
 
     // Where the pointer is in the window, by the pointer's last place that the windowing system
     // gave, or nowhere in it. A window blocked by a message box hears no pointer events, and on

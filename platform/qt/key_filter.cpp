@@ -35,8 +35,11 @@ class ModifierTaps : public ApplicationFilter {
         return !release.isAutoRepeat() && release.key() == pressed_;
     }
 
-  protected:
-    bool eventFilter(QObject* watched, QEvent* event) override {
+  private:
+    friend ModifierTaps& ForThisApplication<ModifierTaps>();
+    using ApplicationFilter::ApplicationFilter;
+
+    void See(QObject* /*watched*/, QEvent* event) override {
         switch (event->type()) {
             case QEvent::KeyPress:
             case QEvent::ShortcutOverride: {
@@ -55,12 +58,8 @@ class ModifierTaps : public ApplicationFilter {
             default:
                 break;
         }
-        return QObject::eventFilter(watched, event);
     }
 
-  private:
-    friend ModifierTaps& ForThisApplication<ModifierTaps>();
-    using ApplicationFilter::ApplicationFilter;
     int pressed_ = 0;  // the modifier pressed last, while no other key followed it
 };
 

@@ -50,10 +50,17 @@ class ScreenReaderTest : public FormFixture {
         return said;
     }
 
-    void TypeAll(const std::vector<std::pair<platform::TextField*, std::string>>& entries) {
-        for (const auto& [field, text] : entries) {
+    // The keyed sample: means 10 and 8, deviations 2 and 3, N 1 10, and the last field (N 2, or
+    // r for related means) as given.
+    void TypeSample(const platform::TextField& last, const std::string& lastText) {
+        for (const auto& [field, text] : {std::pair{&form->m1fld(), "10"},
+                                          {&form->sd1fld(), "2"},
+                                          {&form->n1fld(), "10"},
+                                          {&form->m2fld(), "8"},
+                                          {&form->sd2fld(), "3"}}) {
             Type(*field, text);
         }
+        Type(last, lastText);
     }
 
     std::vector<std::string> said;
@@ -61,12 +68,7 @@ class ScreenReaderTest : public FormFixture {
 
 TEST_F(ScreenReaderTest, EachCalculationSaysItsResultsOnceAndNothingElseDoes) {
     Click(form->IBtn());
-    TypeAll({{&form->m1fld(), "10"},
-             {&form->sd1fld(), "2"},
-             {&form->n1fld(), "10"},
-             {&form->m2fld(), "8"},
-             {&form->sd2fld(), "3"},
-             {&form->n2fld(), "12"}});
+    TypeSample(form->n2fld(), "12");
     const std::vector<std::string> independent{"df 20, t +1.798, p .0873 two-tailed"};
     EXPECT_EQ(SaidAfter(form->CalcBtn()), independent);
     EXPECT_EQ(SaidAfter(form->CalcBtn()), independent) << "the same results, said again";
@@ -86,12 +88,7 @@ TEST_F(ScreenReaderTest, EachCalculationSaysItsResultsOnceAndNothingElseDoes) {
     EXPECT_EQ(SaidAfter(form->ClearBtn()), std::vector<std::string>{});
 
     Click(form->RBtn());
-    TypeAll({{&form->m1fld(), "10"},
-             {&form->sd1fld(), "2"},
-             {&form->n1fld(), "10"},
-             {&form->m2fld(), "8"},
-             {&form->sd2fld(), "3"},
-             {&form->rfld(), ".5"}});
+    TypeSample(form->rfld(), ".5");
     EXPECT_EQ(SaidAfter(form->CalcBtn()),
               std::vector<std::string>{"df 9, t +2.390, p .0405 two-tailed"});
 }
