@@ -190,5 +190,24 @@ TEST_F(FormUseTest, EditCopyOpenedByKeyCopiesTheSelectionOfTheFieldThatHadTheKey
     }
 }
 
+// On X11 an open menu walked by key takes the keyboard from the field (the offscreen platform
+// leaves it with the field, so the test hands it over as X11 does): the Edit menu it leads to
+// still serves the field, and Copy copies its selection.
+TEST_F(FormUseTest, TheEditMenuServesTheFieldAlsoWhenAnOpenMenuHasTheKeyboard) {
+    TypeIndependentExample();
+    Click(form->CalcBtn());
+    Click(form->pfld());
+    Press(*form, Qt::Key_A, Qt::ControlModifier);
+    Press(*form, Qt::Key_F10);
+    ASSERT_EQ(OpenMenuTitle(), "&File");
+    QApplication::activePopupWidget()->setFocus(Qt::PopupFocusReason);
+    ASSERT_EQ(QApplication::focusWidget(), QApplication::activePopupWidget());
+    Press(*QApplication::focusWidget(), Qt::Key_Right);
+    EXPECT_EQ(OpenMenuTitle(), "&Edit");
+    EXPECT_EQ(OpenMenuItems(),
+              (std::vector<std::string>{"(&Undo)", "-", "(&Cut)", "C&opy", "(&Paste)"}));
+    CloseMenus(*form);
+}
+
 }  // namespace
 }  // namespace korvane::testing
