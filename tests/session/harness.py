@@ -356,6 +356,11 @@ def extents(obj):
     return box.x + dx, box.y + dy, box.width, box.height
 
 
+def centre(obj):
+    x, y, width, height = extents(obj)
+    return x + width // 2, y + height // 2
+
+
 def walk(obj):
     yield obj
     for child in obj:

@@ -5,15 +5,11 @@ pointer is over the title, also once a menu or a message box that lay over the t
 import sys
 
 import harness as h
-from harness import extents, find, find_all, poll, showing
+from harness import centre, extents, find, poll, showing
 from scenarios import M1, T, calculate, choose_test, field, INDEPENDENT, open_menu, role
 
 ATTRIBUTION = "© 2026 The Korvane developers"
 
-
-def centre(obj):
-    x, y, width, height = extents(obj)
-    return x + width // 2, y + height // 2
 
 
 def overlap(a, b):

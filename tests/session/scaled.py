@@ -14,17 +14,13 @@ from PIL import Image, ImageChops, ImageStat
 
 import harness as h
 import scenarios
-from harness import describe, extents, find, find_all, has_state, poll
+from harness import centre, describe, extents, find, find_all, has_state, poll
 from scenarios import ENTRIES, INDEPENDENT, calculate, help_button, role
 
 KINDS = ("TEXT", "PUSH_BUTTON", "RADIO_BUTTON", "LABEL", "PANEL", "IMAGE")
 SCREENS = {"1": "1024x768", "1.25": "1280x1024", "1.5": "1280x1024", "2": "1600x1200"}
 RESOURCES = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "resources")
 
-
-def centre(obj):
-    x, y, w, height = extents(obj)
-    return x + w // 2, y + height // 2
 
 
 def found_at(window, x, y):
